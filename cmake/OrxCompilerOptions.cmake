@@ -1,0 +1,23 @@
+# One interface target carries the language level, the warnings and the instrumentation.
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+
+find_package(Threads REQUIRED)
+
+add_library(orx_options INTERFACE)
+target_compile_options(orx_options INTERFACE
+    -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion
+    $<$<CXX_COMPILER_ID:Clang>:-Wthread-safety>)
+target_link_libraries(orx_options INTERFACE Threads::Threads)
+
+if(ORX_SANITIZE)
+    target_compile_options(orx_options INTERFACE
+        -fsanitize=${ORX_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    target_link_options(orx_options INTERFACE -fsanitize=${ORX_SANITIZE})
+endif()
+if(ORX_COVERAGE)
+    target_compile_options(orx_options INTERFACE --coverage -fprofile-update=atomic)
+    target_link_options(orx_options INTERFACE --coverage)
+endif()

@@ -1,0 +1,18 @@
+# Lays out bin/, etc/, lib/ and var/ below the prefix.
+install(TARGETS orx RUNTIME DESTINATION bin)
+install(DIRECTORY DESTINATION var)
+install(DIRECTORY DESTINATION var/run)
+
+# A configuration that someone has edited is never overwritten.
+install(CODE "
+    set(destination \"\$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}/etc\")
+    if(EXISTS \"\${destination}/orx.cfg\")
+        message(STATUS \"Kept as it is: \${destination}/orx.cfg\")
+    else()
+        file(INSTALL \"${PROJECT_SOURCE_DIR}/packaging/orx.cfg\" DESTINATION \"\${CMAKE_INSTALL_PREFIX}/etc\")
+    endif()")
+
+if(TARGET orxdef)
+    install(TARGETS orxdef RUNTIME DESTINATION bin)
+    install(FILES ${PROJECT_BINARY_DIR}/orx.ccd DESTINATION lib)
+endif()

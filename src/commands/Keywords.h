@@ -1,0 +1,119 @@
+// The keyword of every command, as a client sends it, under the command's symbolic name.
+//
+// Other code compares a command's name against these constants, never against a literal.
+#pragma once
+
+#include <string_view>
+
+namespace orx {
+
+inline constexpr std::string_view CMD_FOCUS_ABS_PLUS = "AF+";
+inline constexpr std::string_view CMD_FOCUS_ABS_MINUS = "AF-";
+inline constexpr std::string_view CMD_ARC_BOTTOM = "ARCBOTTOM";
+inline constexpr std::string_view CMD_ARC_LEFT = "ARCLEFT";
+inline constexpr std::string_view CMD_ARC_RESET = "ARCRESET";
+inline constexpr std::string_view CMD_ARC_RIGHT = "ARCRIGHT";
+inline constexpr std::string_view CMD_ARC_TOP = "ARCTOP";
+inline constexpr std::string_view CMD_ASPECT_RATIO = "ASPECTRATIO";
+inline constexpr std::string_view CMD_AV_MUTE = "AVMUTE";
+inline constexpr std::string_view CMD_AV_UNMUTE = "AVUNMUTE";
+inline constexpr std::string_view CMD_ZOOM_ABS_PLUS = "AZ+";
+inline constexpr std::string_view CMD_ZOOM_ABS_MINUS = "AZ-";
+inline constexpr std::string_view CMD_PIN_BARREL_RESET = "BARRELRESET";
+inline constexpr std::string_view CMD_BRIGHTNESS = "BRIGHTNESS";
+inline constexpr std::string_view CMD_CLEAR_FLAGS = "CLEARFLAGS";
+inline constexpr std::string_view CMD_CONTRAST = "CONTRAST";
+inline constexpr std::string_view CMD_CORNER_CORRECTION_RESET = "CORCORRESET";
+inline constexpr std::string_view CMD_CURVED_HORIZONTAL_ARC = "CURVEDHORIARC";
+inline constexpr std::string_view CMD_CURVED_HORIZONTAL_BALANCE = "CURVEDHORIBAL";
+inline constexpr std::string_view CMD_CURVED_HORIZONTAL_KEYSTONE = "CURVEDHORIKEYSTONE";
+inline constexpr std::string_view CMD_CURVED_MAINTAIN_ASPECT_RATIO = "CURVEDMAINTASPRATIO";
+inline constexpr std::string_view CMD_CURVED_LENS_THROW_RATIO = "CURVEDTHROWRATIO";
+inline constexpr std::string_view CMD_CURVED_VERTICAL_ARC = "CURVEDVERTARC";
+inline constexpr std::string_view CMD_CURVED_VERTICAL_BALANCE = "CURVEDVERTBAL";
+inline constexpr std::string_view CMD_CURVED_VERTICAL_KEYSTONE = "CURVEDVERTKEYSTONE";
+inline constexpr std::string_view CMD_FOCUS_PLUS = "F+";
+inline constexpr std::string_view CMD_FOCUS_PLUS2 = "F++";
+inline constexpr std::string_view CMD_FOCUS_PLUS3 = "F+++";
+inline constexpr std::string_view CMD_FOCUS_MINUS = "F-";
+inline constexpr std::string_view CMD_FOCUS_MINUS2 = "F--";
+inline constexpr std::string_view CMD_FOCUS_MINUS3 = "F---";
+inline constexpr std::string_view CMD_FOCUS_CALIBRATION_END = "FOCALEND";
+inline constexpr std::string_view CMD_FOCUS_CALIBRATION_START = "FOCALSTART";
+inline constexpr std::string_view CMD_FOCUS_ABS = "FOCUS";
+inline constexpr std::string_view CMD_FOCUS_RESET = "FOCUSRESET";
+inline constexpr std::string_view CMD_FOCUS_ABS_STEPS = "FOCUSX";
+inline constexpr std::string_view CMD_FREEZE = "FREEZE";
+inline constexpr std::string_view CMD_GEOMETRY = "GEOMETRY";
+inline constexpr std::string_view CMD_HORIZONTAL_PIN_BARREL = "HORIBARREL";
+inline constexpr std::string_view CMD_HORIZONTAL_CORNER_CORRECTION_LINEARITY = "HORICORCORLIN";
+inline constexpr std::string_view CMD_HORIZONTAL_CORNER_CORRECTION_LOWER_LEFT = "HORICORCORLL";
+inline constexpr std::string_view CMD_HORIZONTAL_CORNER_CORRECTION_LOWER_RIGHT = "HORICORCORLR";
+inline constexpr std::string_view CMD_HORIZONTAL_CORNER_CORRECTION_UPPER_LEFT = "HORICORCORUL";
+inline constexpr std::string_view CMD_HORIZONTAL_CORNER_CORRECTION_UPPER_RIGHT = "HORICORCORUR";
+inline constexpr std::string_view CMD_IMAGE_ORIENTATION = "IMGORIENT";
+inline constexpr std::string_view CMD_INFO = "INFO";
+inline constexpr std::string_view CMD_INPUT_SELECT = "INPUT";
+inline constexpr std::string_view CMD_INTENSITY = "INTENSITY";
+inline constexpr std::string_view CMD_KEYSTONE_HORIZONTAL = "KEYSTONEHORI";
+inline constexpr std::string_view CMD_KEYSTONE_HORIZONTAL_BALANCE = "KEYSTONEHORIBAL";
+inline constexpr std::string_view CMD_KEYSTONE_RESET = "KEYSTONERESET";
+inline constexpr std::string_view CMD_KEYSTONE_LENS_THROW_RATIO = "KEYSTONETHROWRATIO";
+inline constexpr std::string_view CMD_KEYSTONE_VERTICAL = "KEYSTONEVERT";
+inline constexpr std::string_view CMD_KEYSTONE_VERTICAL_BALANCE = "KEYSTONEVERTBAL";
+inline constexpr std::string_view CMD_LENS_RESET = "LENSRESET";
+inline constexpr std::string_view CMD_LIGHT_OUTPUT = "LIGHTOUT";
+inline constexpr std::string_view CMD_MAX_LIGHT_OUTPUT = "MAXLIGHTOUT";
+inline constexpr std::string_view CMD_CLEAR_MEMORY = "MEMCLEAR";
+inline constexpr std::string_view CMD_LOAD_MEMORY = "MEMLOAD";
+inline constexpr std::string_view CMD_SAVE_MEMORY = "MEMSAVE";
+inline constexpr std::string_view CMD_MUTE = "MUTE";
+inline constexpr std::string_view CMD_NATIVE_CLEAR_MEMORY = "NATMEMCLEAR";
+inline constexpr std::string_view CMD_NATIVE_LOAD_MEMORY = "NATMEMLOAD";
+inline constexpr std::string_view CMD_NATIVE_SAVE_MEMORY = "NATMEMSAVE";
+inline constexpr std::string_view CMD_POWER_OFF = "OFF";
+inline constexpr std::string_view CMD_POWER_ON = "ON";
+inline constexpr std::string_view CMD_OPERATING_MODE = "OPMODE";
+inline constexpr std::string_view CMD_OVERRIDE_FOCUS_POSITION = "OVERRIDEFOPOS";
+inline constexpr std::string_view CMD_OVERRIDE_ZOOM_POSITION = "OVERRIDEZOPOS";
+inline constexpr std::string_view CMD_PICTURE_MUTE = "PICMUTE";
+inline constexpr std::string_view CMD_PICTURE_UNMUTE = "PICUNMUTE";
+inline constexpr std::string_view CMD_QUIT = "QUIT";
+inline constexpr std::string_view CMD_RAW = "RAW";
+inline constexpr std::string_view CMD_RESTART = "RESTART";
+inline constexpr std::string_view CMD_ROTATION = "ROTATION";
+inline constexpr std::string_view CMD_ROTATION_RESET = "ROTATIONRESET";
+inline constexpr std::string_view CMD_SET_DELAY = "SETDELAY";
+inline constexpr std::string_view CMD_SET_FOCUS_RESET_STEPS = "SETFORSTSTEPS";
+inline constexpr std::string_view CMD_SET_ZOOM_RESET_STEPS = "SETZORSTSTEPS";
+inline constexpr std::string_view CMD_SHARPNESS = "SHARPNESS";
+inline constexpr std::string_view CMD_LENS_SHIFT_DOWN = "SHIFTDOWN";
+inline constexpr std::string_view CMD_LENS_SHIFT_LEFT = "SHIFTLEFT";
+inline constexpr std::string_view CMD_LENS_SHIFT_RESET = "SHIFTRESET";
+inline constexpr std::string_view CMD_LENS_SHIFT_RIGHT = "SHIFTRIGHT";
+inline constexpr std::string_view CMD_LENS_SHIFT_UP = "SHIFTUP";
+inline constexpr std::string_view CMD_SHUTTER_OFF = "SHOFF";
+inline constexpr std::string_view CMD_SHUTTER_ON = "SHON";
+inline constexpr std::string_view CMD_STATUS = "STATUS";
+inline constexpr std::string_view CMD_TEST_PATTERN = "TEST";
+inline constexpr std::string_view CMD_UNFREEZE = "UNFREEZE";
+inline constexpr std::string_view CMD_UNMUTE = "UNMUTE";
+inline constexpr std::string_view CMD_VERTICAL_PIN_BARREL = "VERTBARREL";
+inline constexpr std::string_view CMD_VERTICAL_CORNER_CORRECTION_LINEARITY = "VERTCORCORLIN";
+inline constexpr std::string_view CMD_VERTICAL_CORNER_CORRECTION_LOWER_LEFT = "VERTCORCORLL";
+inline constexpr std::string_view CMD_VERTICAL_CORNER_CORRECTION_LOWER_RIGHT = "VERTCORCORLR";
+inline constexpr std::string_view CMD_VERTICAL_CORNER_CORRECTION_UPPER_LEFT = "VERTCORCORUL";
+inline constexpr std::string_view CMD_VERTICAL_CORNER_CORRECTION_UPPER_RIGHT = "VERTCORCORUR";
+inline constexpr std::string_view CMD_ZOOM_PLUS = "Z+";
+inline constexpr std::string_view CMD_ZOOM_PLUS2 = "Z++";
+inline constexpr std::string_view CMD_ZOOM_PLUS3 = "Z+++";
+inline constexpr std::string_view CMD_ZOOM_MINUS = "Z-";
+inline constexpr std::string_view CMD_ZOOM_MINUS2 = "Z--";
+inline constexpr std::string_view CMD_ZOOM_MINUS3 = "Z---";
+inline constexpr std::string_view CMD_ZOOM_CALIBRATION_END = "ZOCALEND";
+inline constexpr std::string_view CMD_ZOOM_CALIBRATION_START = "ZOCALSTART";
+inline constexpr std::string_view CMD_ZOOM_ABS = "ZOOM";
+inline constexpr std::string_view CMD_ZOOM_RESET = "ZOOMRESET";
+inline constexpr std::string_view CMD_ZOOM_ABS_STEPS = "ZOOMX";
+
+}  // namespace orx

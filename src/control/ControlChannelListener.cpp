@@ -1,0 +1,76 @@
+#include "control/ControlChannelListener.h"
+
+#include <array>
+#include <utility>
+
+#include "commands/Keywords.h"
+#include "control/Status.h"
+#include "core/Console.h"
+#include "core/Log.h"
+
+namespace orx {
+namespace {
+
+/// A longer datagram is cut to its first bytes.
+constexpr std::size_t maxDatagramSize = 2048;
+
+std::string source(const sockaddr_in& address) {
+    return "src=" + Listener::peerAddress(address);
+}
+
+}  // namespace
+
+ControlChannelListener::ControlChannelListener(const std::string& interface,
+                                               std::shared_ptr<CommandQueue> queue)
+    : Listener(interface), commandQueue(std::move(queue)) {}
+
+ControlChannelListener::~ControlChannelListener() {
+    close();
+}
+
+void ControlChannelListener::setCommandQueue(std::shared_ptr<CommandQueue> queue) {
+    commandQueue = std::move(queue);
+}
+
+void ControlChannelListener::run() {
+    const std::string channelTag = "[CTRLCHAN|#" + std::to_string(socketFd()) + "] ";
+    printLine(channelTag + "start, waiting for commands");
+    std::array<char, maxDatagramSize> buffer{};
+    sockaddr_in sender{};
+    while (running) {
+        const auto text = receive(buffer, sender);
+        if (!text) break;
+        handleDatagram(*text, {sender, channelTag});
+    }
+    printLine(channelTag + "stop.");
+}
+
+void ControlChannelListener::handleDatagram(std::string_view text, const Origin& origin) {
+    while (running && !text.empty()) {
+        const auto lineFeed = text.find('\n');
+        handleLine(std::string(text.substr(0, lineFeed)), origin);
+        text.remove_prefix(lineFeed == std::string_view::npos ? text.size() : lineFeed + 1);
+    }
+}
+
+void ControlChannelListener::handleLine(const std::string& line, const Origin& origin) {
+    const auto command = std::make_shared<const Command>(line);
+    if (!command->isValid()) {
+        log(source(origin.address) + " unknown command (\"" + line + "\")", Echo::yes,
+            origin.channelTag);
+    } else if (command->is(CMD_STATUS)) {
+        reply(origin.address, Status::statusReply());
+    } else if (command->is(CMD_CLEAR_FLAGS)) {
+        Status::clearFlags();
+    } else {
+        enqueue(command, origin);
+    }
+}
+
+void ControlChannelListener::enqueue(const CommandPtr& command, const Origin& origin) {
+    log(source(origin.address) + " cmd=" + command->text(true), Echo::yes);
+    commandQueue->push(command);
+    if (command->is(CMD_QUIT) || command->is(CMD_RESTART)) running = false;
+}
+
+}  // namespace orx

@@ -1,0 +1,53 @@
+// One address of the control channel: receives datagrams of text commands, one command a line, on a
+// thread of its own.
+//
+// STATUS is answered and CLEARFLAGS carried out here, at once; every other valid command goes to
+// the queue, and nothing is sent back for it. An unknown command is logged. The loop ends when
+// QUIT or RESTART has been queued from here, or when the socket is closed.
+#pragma once
+
+#include <atomic>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "commands/CommandQueue.h"
+#include "control/Listener.h"
+#include "core/Thread.h"
+
+namespace orx {
+
+class ControlChannelListener : public Listener, public Thread {
+  public:
+    /// Binds to `interface`; throws as `Listener`.
+    ControlChannelListener(const std::string& interface, std::shared_ptr<CommandQueue> queue);
+    /// Closes the socket, which ends the thread.
+    ~ControlChannelListener() override;
+    ControlChannelListener(const ControlChannelListener&) = delete;
+    ControlChannelListener& operator=(const ControlChannelListener&) = delete;
+
+    /// Commands go to `queue` from now on. Not while the thread runs.
+    void setCommandQueue(std::shared_ptr<CommandQueue> queue);
+
+    /// The receive loop.
+    void run() override;
+
+  protected:
+    void waitForReceiver() override { waitUntilStopped(); }
+
+  private:
+    /// Where a line came from.
+    struct Origin {
+        const sockaddr_in& address;
+        const std::string& channelTag;
+    };
+
+    void handleDatagram(std::string_view text, const Origin& origin);
+    void handleLine(const std::string& line, const Origin& origin);
+    void enqueue(const CommandPtr& command, const Origin& origin);
+
+    std::shared_ptr<CommandQueue> commandQueue;
+    std::atomic<bool> running = true;
+};
+
+}  // namespace orx

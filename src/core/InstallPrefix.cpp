@@ -1,0 +1,7 @@
+#include "core/InstallPrefix.h"
+
+namespace orx {
+
+const std::string INSTALL_PREFIX = ORX_INSTALL_PREFIX;
+
+}  // namespace orx

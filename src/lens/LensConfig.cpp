@@ -1,0 +1,133 @@
+#include "lens/LensConfig.h"
+
+#include <cstdlib>
+#include <utility>
+
+#include "control/Status.h"
+#include "core/InstallPrefix.h"
+#include "core/Log.h"
+
+namespace orx {
+namespace {
+
+/// "10%" withholds ten percent of the travel, "50" fifty steps; a sign means nothing.
+int parseReduceMax(const std::string& text) {
+    if (text.empty()) return 0;
+    const auto percent = text.find('%');
+    return percent != std::string::npos ? std::abs(std::stoi(text.substr(0, percent)))
+                                        : -std::abs(std::stoi(text));
+}
+
+MotionParameters motionParameters(const MainConfig& config, const LensControl& axis) {
+    const MotionParameters defaults;
+    return {
+        .reduceMaxParam = parseReduceMax(config.getString(axis.configKey("reducemax"))),
+        .resetOnLoadMem =
+            config.getInt(axis.configKey("resetonloadmem"), defaults.resetOnLoadMem ? 1 : 0) != 0,
+        .resetSteps = config.getInt(axis.configKey("resetsteps"), defaults.resetSteps),
+        .lockInMode = config.getInt(axis.configKey("lockinmode"), defaults.lockInMode),
+    };
+}
+
+/// "zoom=ZOOM focus=FOCUS", as the log has it.
+std::string describe(const LensPosition& position) {
+    return "zoom=" + std::to_string(position.zoom) + " focus=" + std::to_string(position.focus);
+}
+
+}  // namespace
+
+LensConfig::LensConfig(const MainConfig& mainConfig, Axes lensAxes)
+    : ConfigFile(INSTALL_PREFIX + "/var/lensmemory.cfg"), axes(std::move(lensAxes)) {
+    for (const auto& axis : axes) {
+        axis->setCalibrationDone([this] { save(); });
+        axis->setParameters(motionParameters(mainConfig, *axis));
+    }
+    takeRangesAndSlots();
+}
+
+void LensConfig::takeRangesAndSlots() {
+    for (const auto& axis : axes) {
+        axis->setRange(getInt(axis->configKey("min"), 0), getInt(axis->configKey("max"), 0));
+    }
+    parseSlots();
+    LensConfig::dump();
+}
+
+void LensConfig::parseSlots() {
+    slots.clear();
+    for (const auto& piece : getList("mem")) {
+        const auto colon = piece.find(':');
+        const auto semicolon = piece.find(';');
+        if (colon == std::string::npos || semicolon == std::string::npos) continue;
+        const int slot = std::stoi(piece.substr(0, colon));
+        const int focus = std::stoi(piece.substr(colon + 1, semicolon - colon - 1));
+        slots[slot] = {focus, std::stoi(piece.substr(semicolon + 1))};
+    }
+}
+
+bool LensConfig::hasSlot(int slot) const {
+    return slots.contains(slot);
+}
+
+LensPosition LensConfig::loadSlot(int slot) const {
+    const auto& position = slots.at(slot);
+    log("- loading memory slot " + std::to_string(slot) + ": " + describe(position), Echo::yes);
+    return position;
+}
+
+void LensConfig::saveSlot(int slot) {
+    const LensPosition position{.focus = axes.at(1)->currentPosition(),
+                                .zoom = axes.at(0)->currentPosition()};
+    log("- saving memory slot " + std::to_string(slot) + ": " + describe(position), Echo::yes);
+    slots[slot] = position;
+    save();
+}
+
+void LensConfig::clearAllSlots() {
+    log("- clearing all memory slots", Echo::yes);
+    slots.clear();
+    save();
+}
+
+void LensConfig::reload() {
+    ConfigFile::reload();
+    takeRangesAndSlots();
+}
+
+void LensConfig::save() {
+    for (const auto& axis : axes) {
+        entries[axis->configKey("min")] = std::to_string(axis->rangeMin());
+        entries[axis->configKey("max")] = std::to_string(axis->rangeMax());
+        entries[axis->configKey("maxreduced")] = std::to_string(axis->rangeMaxReduced());
+        entries[axis->configKey("reducemaxparam")] = std::to_string(axis->reduceMaxParam());
+    }
+    entries["mem"] = slotsText();
+    ConfigFile::save();
+    Status::setLensConfigLoaded();
+}
+
+std::string LensConfig::slotsText() const {
+    std::string text;
+    for (const auto& [slot, position] : slots) {
+        text += std::to_string(slot) + ":" + std::to_string(position.focus) + ";" +
+                std::to_string(position.zoom) + ",";
+    }
+    return text;
+}
+
+void LensConfig::dump() const {
+    std::string ranges = "load lens config ::";
+    for (const auto& axis : axes) {
+        ranges += " " + axis->name() + ": " + std::to_string(axis->rangeMin()) + "-" +
+                  std::to_string(axis->rangeMaxReduced()) + " (reduced from " +
+                  std::to_string(axis->rangeMax()) + ")";
+    }
+    log(ranges, Echo::yes, "[LENSMEM] ");
+    for (const auto& [slot, position] : slots) {
+        log("    lensmem slot " + std::to_string(slot) + ": focus=" +
+                std::to_string(position.focus) + " zoom=" + std::to_string(position.zoom),
+            Echo::yes);
+    }
+}
+
+}  // namespace orx

@@ -1,0 +1,127 @@
+#include "projector/Projector.h"
+
+#include <numeric>
+#include <sstream>
+#include <utility>
+
+#include "commands/Vocabulary.h"
+#include "core/Console.h"
+#include "core/Text.h"
+#include "projector/ArgumentInsertion.h"
+
+namespace orx {
+namespace {
+
+std::string insertArguments(std::string_view base, const std::vector<std::string>& texts,
+                            const ArgumentDescriptors& descriptors) {
+    ArgumentInsertion insertion(base);
+    int number = 0;
+    for (const auto& text : texts) {
+        const auto descriptor = descriptors.find(++number);
+        if (descriptor != descriptors.end()) insertion.insert(text, descriptor->second);
+    }
+    return insertion.finish();
+}
+
+char sumOfBytes(std::string_view bytes) {
+    return static_cast<char>(std::accumulate(
+        bytes.begin(), bytes.end(), 0U,
+        [](unsigned sum, char byte) { return sum + static_cast<unsigned char>(byte); }));
+}
+
+std::string describe(int number, const ArgumentDescriptor& descriptor) {
+    std::ostringstream line;
+    line << "                    arg: " << number << " type: " << static_cast<char>(descriptor.type)
+         << " pos: " << descriptor.pos;
+    if (descriptor.type == 'D') {
+        line << " min: " << descriptor.min / descriptor.unitsPerOne()
+             << " max: " << descriptor.max / descriptor.unitsPerOne()
+             << " len: " << descriptor.digits() << "." << descriptor.decimals();
+    } else {
+        line << " min: " << descriptor.min << " max: " << descriptor.max
+             << " len: " << descriptor.len;
+    }
+    return line.str();
+}
+
+}  // namespace
+
+Projector::Projector(std::string modelName, ArgumentTable argumentTable,
+                     CommandStrings commandStrings, int checksumKind)
+    : commands(std::move(commandStrings)),
+      arguments(std::move(argumentTable)),
+      name(std::move(modelName)),
+      checksum(checksumKind) {}
+
+Projector::Projector(const Projector& other)
+    : Projector(other.name, other.arguments, other.commands, other.checksum) {}
+
+void Projector::connect(std::shared_ptr<SerialSettings> settings) {
+    setConnector(std::make_shared<SerialConnector>(std::move(settings)));
+}
+
+void Projector::setConnector(std::shared_ptr<SerialConnector> serialConnector) {
+    connector = std::move(serialConnector);
+}
+
+void Projector::applyAliases(const MainConfig::Aliases& aliases) {
+    for (const auto& [alias, value] : aliases) {
+        if (!value.starts_with('&')) {
+            // An alias cannot hold bytes; reading it all the same finds a malformed escape early.
+            static_cast<void>(unescapeBytes(value));
+            continue;
+        }
+        const std::string keyword(keywordFor(alias));
+        if (keyword.empty()) continue;
+        const std::string original(keywordFor(std::string_view(value).substr(1)));
+        commands[keyword] = commands[original];
+        const auto descriptors = arguments.find(original);
+        if (descriptors != arguments.end()) arguments[keyword] = descriptors->second;
+    }
+}
+
+bool Projector::supports(std::string_view keyword) const {
+    return commands.contains(keyword);
+}
+
+std::string Projector::commandString(const Command& command) const {
+    const auto base = commands.find(command.text(false));
+    auto bytes = base != commands.end() ? base->second : std::string();
+    const auto descriptors = arguments.find(command.text(false));
+    if (command.takesArgument() && descriptors != arguments.end()) {
+        bytes = insertArguments(bytes, command.arguments(), descriptors->second);
+    }
+    if (checksum == additiveChecksum) bytes += sumOfBytes(bytes);
+    return bytes;
+}
+
+void Projector::send(const Command& command) const {
+    if (supports(command.text(false))) connector->send(commandString(command));
+}
+
+void Projector::sendByName(std::string_view keyword) const {
+    send(Command(keyword));
+}
+
+void Projector::sendRaw(std::string_view bytes) const {
+    connector->send(bytes);
+}
+
+void Projector::setDelay(int milliseconds) const {
+    connector->setDelay(milliseconds);
+}
+
+void Projector::dump() const {
+    printLine("  checksum: " + std::to_string(checksum));
+    printLine("  commands: ");
+    for (const auto& [command, bytes] : commands) {
+        printLine("    " + command + " -> " + escapeBytes(bytes));
+        const auto descriptors = arguments.find(command);
+        if (descriptors == arguments.end()) continue;
+        for (const auto& [number, descriptor] : descriptors->second) {
+            printLine(describe(number, descriptor));
+        }
+    }
+}
+
+}  // namespace orx
