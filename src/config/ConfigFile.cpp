@@ -56,8 +56,9 @@ void ConfigFile::save() {
 }
 
 void ConfigFile::dump() const {
-    for (const auto& [key, value] : entries)
-        printLine("[config] " + key + " = " + value);
+    for (const auto& [key, value] : entries) {
+        printLine(std::string("[config] ").append(key).append(" = ").append(value));
+    }
 }
 
 std::string ConfigFile::getString(std::string_view key) const {

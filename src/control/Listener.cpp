@@ -75,16 +75,21 @@ Listener::Listener(const std::string& interface, Time& retryTime) : time(retryTi
 }
 
 Listener::~Listener() {
-    close();
+    beginClosing();
 }
 
 void Listener::close() {
-    if (!socket.isOpen()) return;
+    if (!beginClosing()) return;
+    waitForReceiver();
+    socket.close();
+}
+
+bool Listener::beginClosing() {
+    if (!socket.isOpen()) return false;
     printLine("[LISTENER] closing socket #" + std::to_string(socketFd()));
     closing = true;
     ::shutdown(socketFd(), SHUT_RDWR);  // says ENOTCONN, yet wakes a blocked receive
-    waitForReceiver();
-    socket.close();
+    return true;
 }
 
 std::optional<std::string_view> Listener::receive(std::span<char> buffer, sockaddr_in& sender) {

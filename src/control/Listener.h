@@ -52,6 +52,9 @@ class Listener {
     virtual void waitForReceiver() {}
 
   private:
+    /// Announces the end and wakes the receiver; false where the socket is closed already.
+    bool beginClosing();
+
     FileDescriptor socket;
     std::atomic<bool> closing = false;
     Time& time;

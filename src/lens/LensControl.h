@@ -43,7 +43,7 @@ class LensControl : public StatusAxis {
     /// Chooses the fast step for resets: the first of the axis's commands that the model supports.
     LensControl(std::shared_ptr<const Projector> projector, const AxisCommands& commands);
 
-    void setParameters(const MotionParameters& parameters);
+    void setParameters(const MotionParameters& motion);
 
     /// Sets the lower end and the full travel; the upper end is `max` reduced as the parameters
     /// say, but never below `min`.

@@ -73,7 +73,7 @@ void Projector::applyAliases(const MainConfig::Aliases& aliases) {
         }
         const std::string keyword(keywordFor(alias));
         if (keyword.empty()) continue;
-        const std::string original(keywordFor(std::string_view(value).substr(1)));
+        const std::string original(keywordFor(value.substr(1)));
         commands[keyword] = commands[original];
         const auto descriptors = arguments.find(original);
         if (descriptors != arguments.end()) arguments[keyword] = descriptors->second;

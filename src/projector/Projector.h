@@ -22,7 +22,8 @@ class Projector {
     /// Checksum kind: the sum of all bytes modulo 256 is appended. Any other kind appends nothing.
     static constexpr int additiveChecksum = 1;
 
-    Projector(std::string name, ArgumentTable arguments, CommandStrings commands, int checksum);
+    Projector(std::string modelName, ArgumentTable argumentTable, CommandStrings commandStrings,
+              int checksumKind);
     /// Copies the model; the copy has no serial connector.
     Projector(const Projector& other);
     Projector& operator=(const Projector&) = delete;

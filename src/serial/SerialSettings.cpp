@@ -12,7 +12,7 @@ constexpr int missing = -1;
 
 int parityFromText(const std::string& text) {
     constexpr std::array<std::string_view, 3> names{"none", "odd", "even"};
-    const auto name = std::ranges::find(names, text);
+    const auto* const name = std::ranges::find(names, text);
     return name != names.end() ? static_cast<int>(name - names.begin()) : missing;
 }
 
@@ -57,7 +57,7 @@ constexpr std::array<Speed, 30> speeds{{
 
 /// Exact rates only: the nearest one would talk to no projector.
 speed_t speedConstant(int baudrate) {
-    const auto speed = std::ranges::find(speeds, baudrate, &Speed::baudrate);
+    const auto* const speed = std::ranges::find(speeds, baudrate, &Speed::baudrate);
     return speed != speeds.end() ? speed->constant : B0;
 }
 

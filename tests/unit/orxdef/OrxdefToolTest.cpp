@@ -1,0 +1,83 @@
+// The tool as it is called: exit status, standard output and standard error.
+#include <cstdio>
+#include <cstdlib>
+#include <sys/wait.h>
+
+#include <gmock/gmock.h>
+
+#include "support/TemporaryFolder.h"
+
+namespace orx::orxdef {
+namespace {
+
+using testing::HasSubstr;
+
+class OrxdefTool : public testing::Test {
+  protected:
+    /// Runs the tool within the folder; gives its exit status.
+    int run(const std::string& arguments) {
+        const auto command = "cd '" + folder.path().string() + "' && '" ORX_ORXDEF_EXECUTABLE "' " +
+                             arguments + " >output 2>errors";
+        const auto status = std::system(command.c_str());
+        output = test::contentOf(folder.file("output"));
+        errors = test::contentOf(folder.file("errors"));
+        return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    }
+
+    test::TemporaryFolder folder;
+    std::string output;
+    std::string errors;
+};
+
+TEST_F(OrxdefTool, compilesInSilence) {
+    folder.write("a.toml", "[[model]]\nname = 'A'\nbaudrate = 9600\n");
+    folder.write("b.toml", "[[model]]\nname = 'B'\nbaudrate = 9600\n");
+    EXPECT_EQ(run("compile a.toml b.toml -o orx.ccd"), 0);
+    EXPECT_EQ(output, "");
+    EXPECT_EQ(errors, "");
+    EXPECT_EQ(test::contentOf(folder.file("orx.ccd")).size(), 22U + 2 * (6U + 14U));
+}
+
+TEST_F(OrxdefTool, takesTheOutputAheadOfTheDefinitionsToo) {
+    folder.write("a.toml", "[[model]]\nname = 'A'\nbaudrate = 9600\n");
+    EXPECT_EQ(run("compile --output=orx.ccd a.toml"), 0);
+    EXPECT_EQ(test::contentOf(folder.file("orx.ccd")).size(), 22U + 6U + 14U);
+}
+
+TEST_F(OrxdefTool, reportsMistakesUnderTheNamesItWasGiven) {
+    folder.write("a.toml", "[[model]]\nname = 'A'\n[model.commands]\nON = 3\n");
+    folder.write("orx.ccd", "old");
+    EXPECT_EQ(run("compile ./a.toml -o orx.ccd"), 1);
+    EXPECT_EQ(output, "");
+    EXPECT_EQ(errors,
+              "./a.toml:1:1: the model has no baudrate\n"
+              "./a.toml:4:6: ON must be a string or a table of send and args, not an integer\n");
+    EXPECT_EQ(test::contentOf(folder.file("orx.ccd")), "old");
+}
+
+TEST_F(OrxdefTool, endsWithStatusOneOnAWrongCommandLine) {
+    for (const auto* arguments :
+         {"", "compile", "compile a.toml", "compile -o orx.ccd", "compile a.toml -o", "link",
+          "compile a.toml -o orx.ccd --fast"}) {
+        EXPECT_EQ(run(arguments), 1) << arguments;
+        EXPECT_EQ(output, "") << arguments;
+        EXPECT_THAT(errors, HasSubstr("Run with --help for more information.")) << arguments;
+    }
+}
+
+TEST_F(OrxdefTool, explainsItself) {
+    EXPECT_EQ(run("--help"), 0);
+    EXPECT_THAT(output, HasSubstr("compile"));
+    EXPECT_EQ(run("compile --help"), 0);
+    EXPECT_THAT(output, HasSubstr("MODEL.toml"));
+    EXPECT_THAT(output, HasSubstr("--output"));
+}
+
+TEST_F(OrxdefTool, tellsItsVersion) {
+    EXPECT_EQ(run("--version"), 0);
+    EXPECT_THAT(output, testing::MatchesRegex("orxdef [0-9]+\\.[0-9]+\\.[0-9]+\n"));
+    EXPECT_EQ(errors, "");
+}
+
+}  // namespace
+}  // namespace orx::orxdef

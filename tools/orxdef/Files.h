@@ -1,0 +1,22 @@
+// Whole files: read at once, replaced at once. What fails throws `std::runtime_error`, whose text
+// is the reason without the name of the file.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace orx::orxdef {
+
+/// The content of the file at `path`.
+[[nodiscard]] std::string readFile(const std::string& path);
+
+/// Makes `content` the content of the file at `path`, through a temporary file beside it: a reader
+/// sees the old content or the new one, never a part. An existing file keeps its permissions, a
+/// symbolic link stays one. After a failure the file at `path` is as it was and the temporary file
+/// is gone. Only a regular file is ever replaced.
+void replaceFile(const std::string& path, std::string_view content);
+
+/// Whether both paths lead to the same existing file.
+[[nodiscard]] bool isSameFile(const std::string& left, const std::string& right);
+
+}  // namespace orx::orxdef

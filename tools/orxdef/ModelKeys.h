@@ -1,0 +1,14 @@
+// The keys of a [[model]] in a TOML definition.
+#pragma once
+
+#include <array>
+#include <string_view>
+
+namespace orx::orxdef {
+
+inline constexpr std::array<std::string_view, 9> modelKeys{
+    "name",    "baudrate", "bytesize", "parity",   "stopbits",
+    "timeout", "delay",    "checksum", "commands",
+};
+
+}  // namespace orx::orxdef

@@ -1,0 +1,82 @@
+#include "orxdef/ModelReader.h"
+
+#include <algorithm>
+#include <array>
+#include <limits>
+#include <string>
+#include <string_view>
+
+#include "orxdef/CommandReader.h"
+#include "orxdef/ModelKeys.h"
+#include "orxdef/TableReader.h"
+
+namespace orx::orxdef {
+namespace {
+
+/// In the order of the enumerators of `Parity` and `Checksum`.
+constexpr std::array<std::string_view, 3> parityNames{"none", "odd", "even"};
+constexpr std::array<std::string_view, 2> checksumNames{"none", "sum8"};
+
+constexpr std::size_t greatestNameLength = 255;
+
+constexpr Range byteSizeRange{5, 8};
+constexpr Range stopBitsRange{1, 2};
+constexpr Range wordRange{0, std::numeric_limits<std::uint16_t>::max()};
+constexpr Range baudrateRange{0, std::numeric_limits<std::uint32_t>::max()};
+
+LineSettings readLine(const TableReader& reader) {
+    LineSettings line;
+    const auto optional = [&reader](std::string_view key, Range range, auto& field) {
+        field = static_cast<std::decay_t<decltype(field)>>(reader.integerOr(key, range, field));
+    };
+    line.baudrate =
+        static_cast<std::uint32_t>(reader.integer("baudrate", baudrateRange).value_or(0));
+    optional("bytesize", byteSizeRange, line.bytesize);
+    optional("stopbits", stopBitsRange, line.stopbits);
+    optional("timeout", wordRange, line.timeout);
+    optional("delay", wordRange, line.delay);
+    line.parity = static_cast<Parity>(reader.choiceOr("parity", parityNames, 0));
+    return line;
+}
+
+std::string readName(const TableReader& reader) {
+    const auto name = reader.text("name");
+    if (!name) return {};
+    const auto length = name->size();
+    if (length >= 1 && length <= greatestNameLength) return *name;
+    reader.refuse(*reader.find("name"), "name",
+                  "must have 1 to 255 bytes, not " + std::to_string(length));
+    return {};
+}
+
+std::vector<CommandDefinition> readCommands(const TableReader& reader, FileReport& report) {
+    std::vector<CommandDefinition> commands;
+    const auto* value = reader.find("commands");
+    if (value == nullptr) return commands;
+    const auto* table = value->as_table();
+    if (table == nullptr) {
+        reader.refuse(*value, "commands", "must be a table, not " + std::string(kindOf(*value)));
+        return commands;
+    }
+    for (const auto& [keyword, command] : *table)
+        commands.push_back(readCommand(keyword, command, report));
+    std::ranges::sort(commands, {}, &CommandDefinition::keyword);
+    return commands;
+}
+
+}  // namespace
+
+ModelDefinition readModel(const toml::table& table, FileReport& report) {
+    const TableReader reader(table, "the model", report);
+    reader.allowOnly(modelKeys);
+    const auto* name = reader.find("name");
+    ModelDefinition model;
+    model.place = report.placeOf(name != nullptr ? name->source() : table.source());
+    model.name = readName(reader);
+    model.line = readLine(reader);
+    model.checksum = static_cast<Checksum>(reader.choiceOr("checksum", checksumNames, 0));
+    model.commands = readCommands(reader, report);
+    return model;
+}
+
+}  // namespace orx::orxdef

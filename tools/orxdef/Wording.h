@@ -1,0 +1,24 @@
+// How messages name things. Pure functions: any thread may call them.
+#pragma once
+
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+
+namespace orx::orxdef {
+
+/// `text` in double quotes on one line: what is not printable ASCII shows as \xNN.
+[[nodiscard]] std::string quoted(std::string_view text);
+
+/// a, b, c
+[[nodiscard]] std::string listed(std::span<const std::string_view> names);
+
+/// "a", "b" or "c"
+[[nodiscard]] std::string alternatives(std::span<const std::string_view> names);
+
+/// The keyword of the vocabulary that was probably meant by `name`: the one paired with that
+/// symbolic name, or one that differs in letter case and at most every third character.
+[[nodiscard]] std::optional<std::string_view> nearestKeyword(std::string_view name);
+
+}  // namespace orx::orxdef
