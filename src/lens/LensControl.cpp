@@ -262,13 +262,13 @@ void LensControl::lockIn(Direction lastDirection) const {
 }
 
 std::string LensControl::positionText() const {
-    if (resetting) return "resetting>" + std::to_string(resetTarget);
+    if (resetting) return std::string("resetting>").append(std::to_string(resetTarget));
     const int here = position;
     if (here == unknown) return "undefined";
     if (calibrating) return std::to_string(here);
     const int destination = target;
     auto text = std::to_string(here) + "/" + std::to_string(maxReduced);
-    if (here != destination) text += ">" + std::to_string(destination);
+    if (here != destination) text.append(">").append(std::to_string(destination));
     return text;
 }
 

@@ -29,8 +29,8 @@ struct DescriptorImage {
 
 struct BlockImage {
     std::string name;
-    std::vector<std::pair<int, std::string>> strings;  ///< command id -> command string
-    std::vector<DescriptorImage> descriptors;
+    std::vector<std::pair<int, std::string>> strings{};  ///< command id -> command string
+    std::vector<DescriptorImage> descriptors{};
     std::uint32_t baudrate = 9600;
     int timeout = 100;
     int delay = 20;
@@ -63,8 +63,8 @@ struct BlockImage {
 };
 
 struct DefinitionImage {
-    std::vector<std::pair<int, std::string>> commands;  ///< command id -> keyword
-    std::vector<BlockImage> blocks;
+    std::vector<std::pair<int, std::string>> commands{};  ///< command id -> keyword
+    std::vector<BlockImage> blocks{};
     std::string magic = "\x77\x81\x6A\xCD\xCC\xDF";
     std::uint32_t endianCheck = 0xAB;
     std::uint32_t revision = 13;

@@ -1,0 +1,30 @@
+# Sourced by the other scripts: brings the Debian packages that they need.
+
+# ensure_packages NAME...: installs those that are missing, with sudo where the user is not root.
+ensure_packages() {
+    local missing=() name
+    for name in "$@"; do
+        dpkg-query --show --showformat='${db:Status-Status}' "$name" 2>/dev/null |
+            grep --quiet '^installed$' || missing+=("$name")
+    done
+    [ ${#missing[@]} -eq 0 ] && return
+    echo "Installing: ${missing[*]}"
+    local as_root=()
+    if [ "$(id -u)" -ne 0 ]; then
+        command -v sudo >/dev/null || {
+            echo "Please install as root: apt-get install ${missing[*]}" >&2
+            return 1
+        }
+        as_root=(sudo)
+    fi
+    "${as_root[@]}" apt-get update --quiet=2
+    "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
+        apt-get install --yes --quiet=2 --no-install-recommends "${missing[@]}" >/dev/null
+}
+
+# What building the daemon and its tools takes, and what the tests and the demo take besides.
+BUILD_PACKAGES=(g++ make cmake libtomlplusplus-dev libcli11-dev)
+TEST_PACKAGES=(libgtest-dev libgmock-dev)
+DEMO_PACKAGES=(python3-minimal libpython3-stdlib)
+CI_PACKAGES=(clang clang-format clang-tidy)
+COVERAGE_PACKAGES=(gcovr)
