@@ -1,7 +1,9 @@
 // The process entry: orx [CONFIGURATION FILE]
 #include <csignal>
 #include <exception>
+#include <fcntl.h>
 #include <string>
+#include <unistd.h>
 
 #include "config/MainConfig.h"
 #include "core/BuildIdentity.h"
@@ -17,6 +19,14 @@ void ignoreHangUps() {
     std::signal(SIGHUP, SIG_IGN);
 }
 
+/// A standard descriptor that is closed would be the number of the next file opened: what is meant
+/// for the console would go out on the serial line.
+void occupyStandardDescriptors() {
+    for (int descriptor = STDIN_FILENO; descriptor <= STDERR_FILENO; ++descriptor) {
+        if (::fcntl(descriptor, F_GETFD) == -1) ::open("/dev/null", O_RDWR);
+    }
+}
+
 void serve(const std::string& configPath) {
     orx::Orx daemon(orx::MainConfig::create(configPath));
     daemon.run();
@@ -26,12 +36,13 @@ void serve(const std::string& configPath) {
 }  // namespace
 
 int main(int argc, char* argv[]) {
+    occupyStandardDescriptors();
+    ignoreHangUps();
     const std::string argument = argc > 1 ? argv[1] : "";
     if (argument == "--internalversion") {
         orx::printLine(orx::internalVersion());
         return 0;
     }
-    ignoreHangUps();
     orx::printLine(orx::banner());
     try {
         serve(argument);
