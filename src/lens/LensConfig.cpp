@@ -1,6 +1,9 @@
 #include "lens/LensConfig.h"
 
+#include <algorithm>
+#include <cstdint>
 #include <cstdlib>
+#include <limits>
 #include <utility>
 
 #include "control/Status.h"
@@ -13,9 +16,12 @@ namespace {
 /// "10%" withholds ten percent of the travel, "50" fifty steps; a sign means nothing.
 int parseReduceMax(const std::string& text) {
     if (text.empty()) return 0;
+    constexpr std::int64_t greatest = std::numeric_limits<int>::max();
     const auto percent = text.find('%');
-    return percent != std::string::npos ? std::abs(std::stoi(text.substr(0, percent)))
-                                        : -std::abs(std::stoi(text));
+    // The lowest integer has no positive twin of 32 bits.
+    const auto magnitude = std::abs(std::int64_t{std::stoi(text.substr(0, percent))});
+    return static_cast<int>(percent != std::string::npos ? std::min(magnitude, greatest)
+                                                         : -magnitude);
 }
 
 MotionParameters motionParameters(const MainConfig& config, const LensControl& axis) {

@@ -122,7 +122,7 @@ void LensControl::countCalibrationStep(Direction direction) {
 void LensControl::handleOverride(const Command& command) {
     if (calibrating || !isConfigured() || command.arguments().empty()) return;
     const int place = clamp(std::stoi(command.arguments().front()));
-    position = place;
+    position = place;  // ahead of the target: a poll in between then steps back what it stepped
     target = place;
     referenced = true;
 }
@@ -213,9 +213,9 @@ void LensControl::moveStep() {
 std::optional<LensControl::Direction> LensControl::walkToTarget() {
     auto direction = Direction::none;
     for (;;) {
-        const int destination = target;
-        const auto difference = std::int64_t{destination} - position;
         if (!enabled || resetting) return std::nullopt;
+        const int destination = target;  // read after the flags: a reset that has just ended counts
+        const auto difference = std::int64_t{destination} - position;
         if (difference == 0) return referenced ? std::optional(direction) : std::nullopt;
         direction = difference > 0 ? Direction::up : Direction::down;
         // Counted ahead of the command, and added rather than stored: a reset on the other thread

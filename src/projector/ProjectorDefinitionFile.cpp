@@ -25,7 +25,6 @@ std::string atLeastTwoDigits(int number) {
     return digits.size() < 2 ? "0" + digits : digits;
 }
 
-/// A command's number and its string, or a descriptor's command and number, as the block has them.
 LineParameters lineParameters(const LittleEndianView& block) {
     constexpr unsigned bitsPerNibble = 4;
     constexpr unsigned lowNibble = 0x0F;
