@@ -8,6 +8,7 @@ namespace orx::test {
 namespace {
 
 constexpr int channels = 3;
+constexpr int mainQueueAndLens = 3;
 
 class ManyRestarts : public Story {
   protected:
@@ -15,6 +16,14 @@ class ManyRestarts : public Story {
         installation.writeDefinitions(define({motorModel()}));
         configure("MOTOR");
         start();
+        std::size_t place = 0;
+        for (int channel = 0; channel < channels; ++channel)
+            place = daemon->waitForText("start, waiting for commands", place);
+        daemon->waitForLine("[PROJCTRL] start");
+        // No thread is on its way out yet, and no file is open for a moment.
+        threads = daemon->threadCount();
+        descriptors = daemon->descriptorCount();
+        ASSERT_GE(threads, std::size_t{mainQueueAndLens + channels});
     }
     void configure(const std::string& projector, const std::string& more = "") const {
         installation.writeConfiguration(configuration(
@@ -26,9 +35,9 @@ class ManyRestarts : public Story {
         client.send("RESTART", controlPort + channel);
         daemon->waitForLine("[CMDQ] start", place);
     }
-    /// Waits until the daemon has this many threads and descriptors. A thread that has done its
-    /// work may take a moment to be gone.
-    void waitForCounts(std::size_t threads, std::size_t descriptors) const {
+    /// Waits until the daemon has as many threads and descriptors as after its start. A thread that
+    /// has done its work may take a moment to be gone.
+    void waitForCounts() const {
         waitUntil(
             [&] {
                 return daemon->threadCount() == threads && daemon->descriptorCount() == descriptors;
@@ -39,16 +48,14 @@ class ManyRestarts : public Story {
                        " and " + std::to_string(daemon->descriptorCount());
             });
     }
+
+    std::size_t threads = 0;
+    std::size_t descriptors = 0;
 };
 
 TEST_F(ManyRestarts, LeaveAsManyThreadsAndDescriptorsAsOne) {
     restartThrough(0);
-    daemon->waitForLine("[PROJCTRL] start");
-    // Beside the threads that a sanitizer adds: the main thread, the queue, the projector control
-    // and the channels.
-    const auto threads = daemon->threadCount();
-    ASSERT_GE(threads, 3U + channels);
-    const auto descriptors = daemon->descriptorCount();
+    waitForCounts();
     for (int number = 1; number < 1000; ++number) {
         // A restart with a projector waits for the lens, so most do without.
         if (number % 20 == 1) configure("NONE");
@@ -58,7 +65,7 @@ TEST_F(ManyRestarts, LeaveAsManyThreadsAndDescriptorsAsOne) {
     }
     configure("MOTOR");
     restartThrough(0);
-    waitForCounts(threads, descriptors);
+    waitForCounts();
     for (int channel = 0; channel < channels; ++channel)
         EXPECT_THAT(client.status(controlPort + channel), testing::StartsWith("IDLE; zoom:"));
     send("ON");
@@ -66,9 +73,6 @@ TEST_F(ManyRestarts, LeaveAsManyThreadsAndDescriptorsAsOne) {
 }
 
 TEST_F(ManyRestarts, AreTakenAsFastAsTheyCome) {
-    restartThrough(0);
-    const auto threads = daemon->threadCount();
-    const auto descriptors = daemon->descriptorCount();
     configure("NONE");
     auto place = daemon->place();
     for (int round = 0; round < 50; ++round) {
@@ -84,7 +88,7 @@ TEST_F(ManyRestarts, AreTakenAsFastAsTheyCome) {
             return status().starts_with("IDLE; zoom:");
         },
         [] { return std::string("a restart with a projector"); });
-    waitForCounts(threads, descriptors);
+    waitForCounts();
     waitUntil(
         [&] {
             send("QUIT");

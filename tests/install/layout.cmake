@@ -1,0 +1,24 @@
+# Installs twice below a folder of its own, with an edited configuration the second time.
+include(${CMAKE_CURRENT_LIST_DIR}/check.cmake)
+
+set(prefix ${BUILD}/tests/install/layout)
+file(REMOVE_RECURSE ${prefix})
+run(${CMAKE_COMMAND} --install ${BUILD} --prefix ${prefix})
+
+set(files bin/orx etc/orx.cfg)
+if(WITH_TOOLS)
+    list(APPEND files bin/orxdef lib/orx.ccd)
+endif()
+foreach(file IN LISTS files)
+    expect(EXISTS ${prefix}/${file} AND NOT IS_DIRECTORY ${prefix}/${file})
+endforeach()
+expect(IS_DIRECTORY ${prefix}/var/run)
+
+file(WRITE ${prefix}/etc/orx.cfg "projector = EDITED\n")
+run(${CMAKE_COMMAND} --install ${BUILD} --prefix ${prefix})
+file(READ ${prefix}/etc/orx.cfg kept)
+expect(kept STREQUAL "projector = EDITED\n")
+
+set(ENV{DESTDIR} ${prefix}/staged)
+run(${CMAKE_COMMAND} --install ${BUILD} --prefix /opt/orx)
+expect(EXISTS ${prefix}/staged/opt/orx/etc/orx.cfg)
