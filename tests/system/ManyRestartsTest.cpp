@@ -1,6 +1,4 @@
 // RESTART upon RESTART: nothing may be left over, and the same ports must be had again.
-#include <filesystem>
-
 #include "system/harness/Story.h"
 #include "system/harness/Waiting.h"
 

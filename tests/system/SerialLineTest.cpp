@@ -110,7 +110,7 @@ TEST_F(SerialLine, WaitsForTheEndOfTheReply) {
     startWith(model);
     send("ON\nOFF");
     line.waitFor("ON\rOFF\r");
-    EXPECT_GE(pace(), 0.090);  // the terminal counts in tenths of a second, more or less
+    EXPECT_GE(pace(), 0.050);  // the terminal measures a tenth of a second roughly
 }
 
 TEST_F(SerialLine, DoesNotWaitForADelayBelowZero) {

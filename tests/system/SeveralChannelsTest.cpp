@@ -1,7 +1,9 @@
 // Several control channels: every one of them can end or restart the daemon, and all end with it.
+#include <map>
 #include <set>
 
 #include "system/harness/Story.h"
+#include "system/harness/Waiting.h"
 
 namespace orx::test {
 namespace {
@@ -115,6 +117,37 @@ TEST_F(SeveralChannels, ShareOneQueue) {
     line.waitFor("ON\rOFF\r");
     client.send("PICMUTE", controlPort + 2);
     line.waitFor("ON\rOFF\rPMUTE\r");
+}
+
+TEST_F(SeveralChannels, DoNotMixTheirLinesOnTheConsole) {
+    startAll();
+    daemon->waitForLine("[PROJCTRL] start");
+    const auto place = daemon->place();
+    constexpr int rounds = 100;
+    for (int round = 0; round < rounds; ++round) {
+        for (int channel = 0; channel < channels; ++channel)
+            client.send("nonsense\nMEMLOAD 1", controlPort + channel);
+    }
+    std::map<std::string, int> counts;
+    const auto allAreThere = [&] {
+        counts.clear();
+        const auto lines = daemon->lines(place);
+        for (const auto& text : lines)
+            ++counts[text];
+        return lines.size() == rounds * channels * 4U;
+    };
+    waitUntil(allAreThere, [] { return std::string("all console lines"); });
+    std::map<std::string, int> expected{
+        {"src=" + ownAddress() + " cmd=MEMLOAD (1)", rounds * channels},
+        {"[CMDQ] executing cmd: MEMLOAD (1) (rcvd from ctrlchan)", rounds * channels},
+        {"- could not load memory slot 1, no position data", rounds * channels}};
+    for (const auto& socket : daemon->socketNumbers()) {
+        expected["[CTRLCHAN|#" + socket + "] src=" + ownAddress() +
+                 " unknown command (\"nonsense\")"] = rounds;
+    }
+    EXPECT_EQ(counts, expected);
+    waitUntilExecuted();
+    EXPECT_EQ(installation.log().size(), 50U);
 }
 
 TEST_F(SeveralChannels, CanBecomeMoreAndFewerByARestart) {

@@ -150,5 +150,14 @@ TEST_F(StartUpError, DoesNotComeFromADefinitionFileWithAnotherMagic) {
     EXPECT_EQ(status(), "IDLE; zoom: undefined focus: undefined;\n");
 }
 
+TEST_F(StartUpError, DoesNotComeFromADefinitionFileThatWasCutShort) {
+    const auto whole = define({motorModel()}).bytes();
+    installation.write("lib/orx.ccd", whole.substr(0, whole.size() - 6));
+    start();
+    send("ON");
+    line.waitFor("ON\r");
+    EXPECT_EQ(status(), "IDLE; zoom: undefined focus: undefined;\n");
+}
+
 }  // namespace
 }  // namespace orx::test

@@ -1,6 +1,5 @@
 // What a start shows, and which files it takes.
 #include <algorithm>
-#include <filesystem>
 
 #include "system/harness/Story.h"
 

@@ -1,4 +1,6 @@
 // What must not end the daemon: a line that goes away or never stops, and a console that is closed.
+#include <csignal>
+
 #include "system/harness/LensStory.h"
 
 namespace orx::test {
@@ -87,6 +89,23 @@ TEST_F(Trouble, NoConsoleAtAllLeavesTheLineAndTheLogClean) {
     EXPECT_EQ(line.written(), "ON\r");
     EXPECT_THAT(installation.lensMemory(), Not(HasSubstr("[")));
     EXPECT_EQ(installation.log().front(), "-- ORX logging end --");
+}
+
+TEST_F(Trouble, SignalsOfALostTerminalDoNotEndTheDaemon) {
+    startLens(motorModel());
+    for (const int number : {SIGHUP, SIGPIPE}) {
+        daemon->signal(number);
+        EXPECT_EQ(status(), "IDLE; zoom: undefined focus: undefined;\n") << number;
+    }
+    EXPECT_EQ(quit(), "exit status 0");
+}
+
+TEST_F(Trouble, SignalsThatAskForTheEndAreObeyed) {
+    for (const int number : {SIGTERM, SIGINT}) {
+        startLens(motorModel());
+        daemon->signal(number);
+        EXPECT_EQ(daemon->waitForEnd(), "signal " + std::to_string(number));
+    }
 }
 
 }  // namespace

@@ -144,6 +144,10 @@ std::string Daemon::waitForEnd() {
     return ending;
 }
 
+void Daemon::signal(int number) const {
+    ::kill(process, number);
+}
+
 void Daemon::closeConsole() {
     console.reset();
     consoleOutput.close();

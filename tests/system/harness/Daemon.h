@@ -52,6 +52,9 @@ class Daemon {
 
     [[nodiscard]] bool hasEnded();
 
+    /// Sends the process a signal.
+    void signal(int number) const;
+
     /// Text on standard error is no mistake from now on: an abnormal end explains itself there.
     void expectErrorText() { errorsExpected = true; }
 

@@ -3,6 +3,7 @@
 #include <memory>
 #include <stdexcept>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include <gmock/gmock.h>
@@ -140,32 +141,52 @@ TEST_F(ControlChannelLife, PushesToTheQueueThatReplacedTheFirst) {
     EXPECT_EQ(other->receivedCount(), 2U);
 }
 
-TEST_F(ControlChannelLife, EndsEachOfSeveralChannelsWhenAllAreClosed) {
+TEST_F(ControlChannelLife, EndsEachOfSeveralChannelsWhicheverReceivedQuit) {
+    for (std::size_t quitting = 0; quitting < 3; ++quitting) {
+        SCOPED_TRACE(quitting);
+        std::array channels{makeChannel(), makeChannel(), makeChannel()};
+        std::vector<std::string> stopLines;
+        for (const auto& channel : channels)
+            stopLines.push_back(tagOf(*channel) + "stop.\n");
+        const auto output = outputOf([&] {
+            for (const auto& channel : channels)
+                channel->start();
+            client.send(boundAddress(channels[quitting]->socketFd()), "ON\nQUIT");
+            channels[quitting]->waitUntilStopped();
+            for (std::size_t other = 0; other < channels.size(); ++other) {
+                if (other != quitting) waitUntilHandled(*channels[other]);  // still receives
+            }
+            for (const auto& channel : channels)
+                channel->close();
+        });
+        for (const auto& line : stopLines)
+            EXPECT_THAT(output, testing::HasSubstr(line));
+        for (const auto& channel : channels)
+            EXPECT_EQ(channel->socketFd(), -1);
+    }
+    EXPECT_EQ(queue->receivedCount(), 6U);
+}
+
+TEST_F(ControlChannelLife, TakesCommandsOfSeveralChannelsIntoOneQueue) {
     std::array channels{makeChannel(), makeChannel(), makeChannel()};
-    const auto output = outputOf([&] {
-        for (const auto& channel : channels)
-            channel->start();
+    outputOf([&] {
         for (const auto& channel : channels) {
-            client.send(boundAddress(channel->socketFd()), "STATUS\nON");
-            waitUntilHandled(*channel);
+            channel->start();
+            client.send(boundAddress(channel->socketFd()), "ON\nSTATUS\nOFF");
         }
-        client.send(boundAddress(channels[1]->socketFd()), "QUIT");
-        channels[1]->waitUntilStopped();
-        waitUntilHandled(*channels[0]);  // only the one that received QUIT has ended
-        waitUntilHandled(*channels[2]);
-        for (const auto& channel : channels)
+        for (const auto& channel : channels) {
+            waitUntilHandled(*channel);
             channel->close();
+        }
     });
-    EXPECT_EQ(replies().size(), 3U);
-    EXPECT_THAT(output, testing::EndsWith("stop.\n"));
-    EXPECT_EQ(queue->receivedCount(), 4U);
-    for (const auto& channel : channels)
-        EXPECT_EQ(channel->socketFd(), -1);
+    EXPECT_THAT(replies(), ElementsAre("IDLE;;HELO \n", "IDLE;;HELO \n", "IDLE;;HELO \n"));
+    EXPECT_THAT(queued(), testing::UnorderedElementsAre("ON", "OFF", "ON", "OFF", "ON", "OFF"));
 }
 
 TEST_F(ControlChannelLife, BindsTheSamePortAThousandTimesAndLeavesNothingBehind) {
     const auto interface = privateAddress() + ":" + std::to_string(privatePort);
     const auto descriptors = openDescriptors();
+    std::thread([] {}).join();  // a sanitizer starts a thread of its own with the first one
     const auto threads = runningThreads();
     outputOf([&] {
         for (int round = 0; round < 1000; ++round) {
@@ -185,7 +206,7 @@ TEST_F(ControlChannelLife, BindsTheSamePortAThousandTimesAndLeavesNothingBehind)
         }
     });
     EXPECT_EQ(openDescriptors(), descriptors);
-    EXPECT_TRUE(waitUntil([threads] { return runningThreads() == threads; }));
+    EXPECT_TRUE(waitUntil([threads] { return runningThreads() <= threads; }));
     EXPECT_EQ(queue->receivedCount(), 333U);
 }
 

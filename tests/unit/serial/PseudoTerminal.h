@@ -49,12 +49,17 @@ class PseudoTerminal {
         return result;
     }
 
-    /// Answers with `bytes` and returns once they can be read.
-    void answer(std::string_view bytes) const {
+    /// Answers with `bytes`, piece by piece where somebody reads meanwhile.
+    void feed(std::string_view bytes) const {
         if (::write(projector.get(), bytes.data(), bytes.size()) !=
             static_cast<ssize_t>(bytes.size())) {
             throw std::runtime_error("the line is full");
         }
+    }
+
+    /// Answers with `bytes` while nobody reads and returns once they can be read.
+    void answer(std::string_view bytes) const {
+        feed(bytes);
         const bool arrived = waitUntil([this, &bytes] {
             int waiting = 0;
             ::ioctl(observer.get(), FIONREAD, &waiting);

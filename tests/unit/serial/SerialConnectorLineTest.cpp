@@ -1,5 +1,6 @@
 // The serial connector on a line of the system.
 #include <array>
+#include <atomic>
 #include <map>
 #include <memory>
 #include <sstream>
@@ -19,7 +20,16 @@ namespace {
 
 class SerialConnectorLine : public testing::Test {
   protected:
-    SerialConnectorLine() {
+    SerialConnectorLine() { connect(0); }
+
+    /// Opens the line with that many milliseconds of patience.
+    void connect(int timeout) {
+        settings = std::make_shared<SerialSettings>(LineParameters{.bytesize = 8,
+                                                                   .stopbits = 1,
+                                                                   .parity = 0,
+                                                                   .baudrate = 115200,
+                                                                   .timeout = timeout,
+                                                                   .delay = 0});
         settings->readConfiguration(
             MainConfig(folder.write("orx.cfg", "serial.device = " + line.device())));
         opened = outputOf([this] { connector = std::make_unique<SerialConnector>(settings); });
@@ -27,8 +37,7 @@ class SerialConnectorLine : public testing::Test {
 
     TemporaryFolder folder;
     PseudoTerminal line;
-    std::shared_ptr<SerialSettings> settings = std::make_shared<SerialSettings>(LineParameters{
-        .bytesize = 8, .stopbits = 1, .parity = 0, .baudrate = 115200, .timeout = 0, .delay = 0});
+    std::shared_ptr<SerialSettings> settings;
     std::unique_ptr<SerialConnector> connector;
     std::string opened;
 };
@@ -57,6 +66,22 @@ TEST_F(SerialConnectorLine, LeavesTheRestOfALongReplyInTheDriver) {
     EXPECT_EQ(connector->read(), std::string(200, 'a'));
     EXPECT_EQ(connector->read(), std::string(200, 'b'));
     EXPECT_EQ(connector->read(), "c\n");
+}
+
+TEST_F(SerialConnectorLine, WaitsForTheReplyAndForItsFurtherPieces) {
+    connect(25'000);
+    std::atomic<pid_t> reading = 0;
+    std::string reply;
+    std::thread reader([&] {
+        reading = thisThread();
+        reply = connector->read();
+    });
+    EXPECT_TRUE(waitUntil([&] { return reading != 0 && isAsleep(reading); }));
+    line.feed(std::string(50, 'a'));
+    EXPECT_TRUE(waitUntilAsleep(reading));
+    line.feed(std::string(150, 'b'));  // fills the reply, so that nothing waits for silence
+    reader.join();
+    EXPECT_EQ(reply, std::string(50, 'a') + std::string(150, 'b'));
 }
 
 TEST_F(SerialConnectorLine, GoesOnWhenTheAdapterIsPulled) {
