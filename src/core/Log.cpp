@@ -19,12 +19,18 @@ Log& processLog() {
     return instance;
 }
 
-void writeAll(int descriptor, std::string_view text) {
-    while (!text.empty()) {
-        const auto written = ::write(descriptor, text.data(), text.size());
-        if (written <= 0) return;  // a full disk costs the log, not the daemon
-        text.remove_prefix(static_cast<std::size_t>(written));
+/// Makes `text` the whole content of the file. The file is cut behind the new content, not emptied
+/// ahead of it: file systems that fear for the content of an emptied file bring it to the disk at
+/// once, and a busy disk would then hold up whoever logs. A full disk costs the log, not the
+/// daemon.
+void replaceContent(int descriptor, std::string_view text) {
+    std::size_t size = 0;
+    while (size < text.size()) {
+        const auto written = ::write(descriptor, text.data() + size, text.size() - size);
+        if (written <= 0) break;
+        size += static_cast<std::size_t>(written);
     }
+    if (::ftruncate(descriptor, static_cast<off_t>(size)) != 0) return;  // a device has no end
 }
 
 }  // namespace
@@ -58,8 +64,8 @@ void Log::rewriteFile() const {
     const auto content = std::accumulate(logLines.begin(), logLines.end(), std::string());
     constexpr mode_t readableByAll = 0666;  // less the umask, as for any file
     const FileDescriptor file(
-        ::open(logPath.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, readableByAll));
-    if (file.isOpen()) writeAll(file.get(), content);
+        ::open(logPath.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, readableByAll));
+    if (file.isOpen()) replaceContent(file.get(), content);
 }
 
 void openLog(std::string path) {

@@ -3,7 +3,6 @@
 #include <memory>
 #include <stdexcept>
 #include <string>
-#include <sys/resource.h>
 #include <sys/socket.h>
 
 #include <gmock/gmock.h>
@@ -202,22 +201,6 @@ TEST(ListenerInterface, LogsNothingAndKeepsNoDescriptorWhenItFails) {
               "[LISTENER] socket bind failed: Address already in use");
     EXPECT_EQ(openDescriptors(), before);
     EXPECT_THAT(log.messages(), IsEmpty());
-}
-
-TEST(ListenerInterface, ReportsASocketThatCannotBeCreatedAsOneThatCannotBeBound) {
-    rlimit former{};
-    ASSERT_EQ(::getrlimit(RLIMIT_NOFILE, &former), 0);
-    auto none = former;
-    none.rlim_cur = 0;
-    ASSERT_EQ(::setrlimit(RLIMIT_NOFILE, &none), 0);
-    std::string text;
-    try {
-        const Listener listener("127.0.0.1:0");
-    } catch (const std::runtime_error& error) {
-        text = error.what();
-    }
-    ASSERT_EQ(::setrlimit(RLIMIT_NOFILE, &former), 0);
-    EXPECT_THAT(text, testing::StartsWith("[LISTENER] socket bind failed: "));
 }
 
 TEST(ListenerInterface, BindsABlockingDatagramSocketWithoutOptions) {
