@@ -76,7 +76,7 @@ TEST_F(OrxRestart, ReadsTheSameConfigurationAnew) {
     settings["serial.device"] = folder.write("line2", "");
     settings["cmd.CMD_POWER_ON"] = "&CMD_ZOOM_PLUS2";
     configure();
-    EXPECT_THAT(serve({{0, "ON\nRESTART"}, {1, "ON\nQUIT"}}), EndsWith("[CMDQ] stop.\n"));
+    EXPECT_THAT(serve({{0, "ON\nRESTART"}, {1, "ON\nQUIT"}}), Not(HasSubstr("ERROR")));
     EXPECT_EQ(sent(), "<on>");
     EXPECT_EQ(contentOf(folder.file("line2")), "<2>");
     EXPECT_EQ(config->controlChannel(), std::vector{channel(1)});
