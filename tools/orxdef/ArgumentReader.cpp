@@ -77,7 +77,7 @@ ArgumentDescriptor readArgument(const toml::table& table, const std::string& tit
         reader.allowOnly(allKeys);
         return argument;
     }
-    argument.type = typeNames.at(*type).front();
+    argument.type = static_cast<std::uint8_t>(typeNames.at(*type).front());
     if (argument.type == 'D')
         readDecimalArgument(reader, argument);
     else

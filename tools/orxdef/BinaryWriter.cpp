@@ -1,9 +1,10 @@
 #include "orxdef/BinaryWriter.h"
 
+#include <algorithm>
 #include <limits>
-#include <map>
 #include <vector>
 
+#include "orxdef/Layout.h"
 #include "orxdef/ProjectorBlock.h"
 #include "orxdef/Record.h"
 #include "orxdef/Wording.h"
@@ -20,53 +21,59 @@ constexpr std::size_t greatestDescriptorCount = std::numeric_limits<std::uint8_t
 /// Blocks are found by 16-bit offsets, and none may reach beyond the last byte these name.
 constexpr std::size_t greatestBlockEnd = greatestWord + 1;
 
-using CommandIds = std::map<std::string, std::uint16_t>;
-
-CommandIds usedCommands(const DefinitionSet& definitions) {
-    CommandIds ids;
-    for (const auto& model : definitions.models)
-        for (const auto& command : model.commands)
-            ids.emplace(command.keyword, command.id);
-    return ids;
-}
-
-std::string commandList(const CommandIds& ids) {
+std::string commandList(const DefinitionSet& set) {
     namespace entry = format::command_entry;
     std::string list;
-    for (const auto& [keyword, id] : ids) {
+    for (const auto& command : set.commandList) {
         list += Record(entry::fixedSize)
-                    .put(entry::id, id)
-                    .put(entry::nameLength, keyword.size())
+                    .put(entry::id, command.id)
+                    .put(entry::nameLength, command.name.size())
                     .take();
-        list += keyword;
+        list += command.name;
     }
     return list;
 }
 
-std::string projectorEntry(const std::string& name, std::size_t offset, std::size_t length) {
+std::string projectorEntry(const std::string& name, const BlockExtent& block) {
     namespace entry = format::projector_entry;
     return Record(entry::fixedSize)
-               .put(entry::blockOffset, offset)
-               .put(entry::blockLength, length)
+               .put(entry::blockOffset, block.offset)
+               .put(entry::blockLength, block.length)
                .put(entry::nameLength, name.size())
                .take() +
            name;
 }
 
-std::size_t projectorEntryLength(const ModelDefinition& model) {
-    return format::projector_entry::fixedSize + model.name.size();
-}
+/// Pieces of a file, each at a place of its own choice. Where two of them meet they must agree.
+class Canvas {
+  public:
+    /// Whether all bytes that stood there before are the same.
+    bool put(std::size_t offset, std::string_view piece) {
+        const auto end = offset + piece.size();
+        if (bytes.size() < end) bytes.resize(end);
+        if (written.size() < end) written.resize(end);
+        bool agrees = true;
+        for (std::size_t index = 0; index < piece.size(); ++index) {
+            const auto place = offset + index;
+            agrees = agrees && (!written[place] || bytes[place] == piece[index]);
+            bytes[place] = piece[index];
+            written[place] = true;
+        }
+        return agrees;
+    }
+
+    std::string take() { return std::move(bytes); }
+
+  private:
+    std::string bytes;
+    std::vector<bool> written;
+};
 
 /// One image in the making: the regions, and whether they keep within the limits of the format.
 class Image {
   public:
     explicit Image(const DefinitionSet& set)
-        : definitions(set), models(set.models), ids(usedCommands(set)), commands(commandList(ids)) {
-        for (const auto& model : models) {
-            listLength += projectorEntryLength(model);
-            blocks.push_back(projectorBlock(model));
-        }
-    }
+        : definitions(set), models(set.models), layout(layOut(set)), commands(commandList(set)) {}
 
     void check(Mistakes& mistakes) const {
         checkCommandList(mistakes);
@@ -75,48 +82,55 @@ class Image {
         checkBlockEnds(mistakes);
     }
 
-    [[nodiscard]] std::string bytes() const {
-        auto image = header() + commands + projectorList();
-        for (const auto& block : blocks)
-            image += block;
-        return image;
+    /// Where explicit places make two parts overlap and disagree, that is reported.
+    [[nodiscard]] std::string bytes(Mistakes& mistakes) const {
+        Canvas canvas;
+        canvas.put(0, header());
+        canvas.put(format::header::size, commands);
+        const auto put = [&](const Place& place, std::size_t offset, std::string_view piece,
+                             const std::string& title) {
+            if (!canvas.put(offset, piece))
+                mistakes.add(place, title + " overlaps with other bytes and differs from them");
+        };
+        const auto list = projectorList();
+        if (!models.empty())
+            put(models.front().place, layout.projectorListOffset, list, "the projector list");
+        for (std::size_t index = 0; index < models.size(); ++index)
+            put(models[index].place, layout.blocks[index].offset, projectorBlock(models[index]),
+                "the block of " + quoted(models[index].name));
+        for (const auto& filler : definitions.fillers)
+            put(filler.place, filler.offset, filler.bytes, "a filler");
+        return canvas.take();
     }
 
   private:
-    [[nodiscard]] std::size_t firstBlockOffset() const {
-        return format::header::size + commands.size() + listLength;
-    }
-
     [[nodiscard]] std::string header() const {
         namespace header = format::header;
         return Record(header::size)
-            .putBytes(header::magic, format::magic)
+            .putBytes(header::magic, definitions.magic)
             .put(header::endianCheck, definitions.endianCheck)
             .put(header::revision, format::acceptedRevision)
             .putSigned(header::compileDate, definitions.compileDate)
-            .put(header::commandListLength, commands.size())
-            .put(header::commandCount, ids.size())
-            .put(header::projectorListLength, listLength)
+            .put(header::commandListLength, layout.commandListLength)
+            .put(header::commandCount, definitions.commandList.size())
+            .put(header::projectorListLength, layout.projectorListLength)
             .put(header::projectorCount, models.size())
             .take();
     }
 
     [[nodiscard]] std::string projectorList() const {
         std::string list;
-        auto offset = firstBlockOffset();
-        for (std::size_t index = 0; index < models.size(); ++index) {
-            list += projectorEntry(models[index].name, offset, blocks[index].size());
-            offset += blocks[index].size();
-        }
+        for (std::size_t index = 0; index < models.size(); ++index)
+            list += projectorEntry(models[index].name, layout.blocks[index]);
         return list;
     }
 
     /// The list is shared by all models, so the first one answers for it.
     void checkCommandList(Mistakes& mistakes) const {
         if (commands.size() <= greatestWord) return;
-        mistakes.add(models.front().place, "the command list takes " +
-                                               std::to_string(commands.size()) +
-                                               " bytes, at most 65535 can be said");
+        mistakes.add(models.empty() ? Place() : models.front().place,
+                     "the command list takes " + std::to_string(commands.size()) +
+                         " bytes, at most 65535 can be said");
     }
 
     void checkProjectorList(Mistakes& mistakes) const {
@@ -130,24 +144,23 @@ class Image {
     }
 
     void checkBlocks(Mistakes& mistakes) const {
-        for (std::size_t index = 0; index < models.size(); ++index) {
-            const auto& model = models[index];
+        for (const auto& model : models) {
             const auto add = [&](std::size_t count, std::string_view text) {
                 mistakes.add(model.place, quoted(model.name) + " has " + std::to_string(count) +
                                               std::string(text));
             };
-            if (const auto count = countDescriptors(model); count > greatestDescriptorCount)
+            if (const auto count = model.descriptors.size(); count > greatestDescriptorCount)
                 add(count, " arguments in all, at most 255 are possible");
-            if (const auto size = blocks[index].size(); size > greatestWord)
+            if (const auto size = blockSize(model); size > greatestWord)
                 add(size, " bytes of commands and arguments, at most 65535 are possible");
         }
     }
 
     /// All models behind the first one that does not fit lie even further out: one line says it.
     void checkBlockEnds(Mistakes& mistakes) const {
-        auto end = firstBlockOffset();
         for (std::size_t index = 0; index < models.size(); ++index) {
-            end += blocks[index].size();
+            if (models[index].blockOffset) continue;
+            const auto end = layout.blocks[index].offset + blockSize(models[index]);
             if (end <= greatestBlockEnd) continue;
             return mistakes.add(models[index].place,
                                 quoted(models[index].name) + " would end at byte " +
@@ -158,10 +171,8 @@ class Image {
 
     const DefinitionSet& definitions;
     const std::vector<ModelDefinition>& models;
-    CommandIds ids;
+    Layout layout;
     std::string commands;
-    std::size_t listLength = 0;
-    std::vector<std::string> blocks;
 };
 
 }  // namespace
@@ -171,7 +182,8 @@ std::optional<std::string> binaryImage(const DefinitionSet& definitions, Mistake
     const auto before = mistakes.count();
     image.check(mistakes);
     if (mistakes.count() > before) return std::nullopt;
-    return image.bytes();
+    auto bytes = image.bytes(mistakes);
+    return mistakes.count() == before ? std::optional(std::move(bytes)) : std::nullopt;
 }
 
 }  // namespace orx::orxdef

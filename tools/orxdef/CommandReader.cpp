@@ -14,12 +14,13 @@
 #include "orxdef/CommandTemplate.h"
 #include "orxdef/ModelKeys.h"
 #include "orxdef/TableReader.h"
+#include "orxdef/VerbatimReader.h"
 #include "orxdef/Wording.h"
 
 namespace orx::orxdef {
 namespace {
 
-constexpr std::array<std::string_view, 2> commandKeys{"send", "args"};
+constexpr std::array<std::string_view, 3> commandKeys{"send", "args", "verbatim"};
 constexpr std::size_t greatestLength = 255;
 
 /// A key that was meant for the model but came after the header of its commands.
@@ -31,27 +32,25 @@ std::string unknownCommand(std::string_view name) {
     const auto message = "unknown command " + quoted(name);
     if (isModelKey(name))
         return message + "; as a key of the model it stands above [model.commands]";
+    if (isKnownKeyword(name)) return message + ": it is not among the commands of [verbatim]";
     const auto nearest = nearestKeyword(name);
     return nearest ? message + "; did you mean " + quoted(*nearest) + "?" : message;
-}
-
-/// The place of a keyword in the vocabulary, counted from 1.
-std::uint16_t commandId(std::string_view keyword) {
-    const auto* const row = std::ranges::find(vocabulary, keyword, &VocabularyEntry::keyword);
-    return static_cast<std::uint16_t>(row - vocabulary.begin() + 1);
 }
 
 /// Reads one command; the two halves, `send` and `args`, are brought together at the end.
 class Reader {
   public:
-    Reader(std::string_view keyword, FileReport& fileReport)
-        : title(isKnownKeyword(keyword) ? std::string(keyword) : quoted(keyword)),
+    Reader(const toml::key& key, std::uint16_t id, FileReport& fileReport)
+        : keyword(key.str()),
+          title(isKnownKeyword(keyword) ? std::string(keyword) : quoted(keyword)),
           takesNoArgument(isKnownKeyword(keyword) && argumentKind(keyword) == ArgumentKind::none),
           report(fileReport) {
-        command.keyword = keyword;
+        command.name = keyword;
+        command.string.place = report.placeOf(key.source());
+        command.string.id = id;
     }
 
-    CommandDefinition read(const toml::node& value) && {
+    CommandEntries read(const toml::node& value) && {
         if (const auto* text = value.as_string())
             readText(*text);
         else if (const auto* table = value.as_table())
@@ -77,6 +76,14 @@ class Reader {
         const auto parsed = readSend(send);
         const bool argumentsAreKnown = list == nullptr || args != nullptr;
         if (parsed && argumentsAreKnown) placeArguments(*parsed, send);
+        if (const auto* entries = reader.find("verbatim")) readVerbatim(*entries);
+    }
+
+    /// Entries of the binary file take the place of `args`.
+    void readVerbatim(const toml::node& entries) {
+        if (args != nullptr)
+            report.add(entries, title + " must have only one of args and verbatim");
+        command.descriptors = readCommandVerbatim(entries, title, command.string.id, report);
     }
 
     /// Nothing where the text could not be read to its end, so that its placeholders are not known.
@@ -87,7 +94,7 @@ class Reader {
         if (parsed.bytes.size() > greatestLength)
             report.add(text, title + " is " + std::to_string(parsed.bytes.size()) +
                                  " bytes long, at most 255 are possible");
-        command.bytes = parsed.bytes.substr(0, greatestLength);
+        command.string.bytes = parsed.bytes.substr(0, greatestLength);
         return parsed.mistakes.empty() ? std::optional(std::move(parsed)) : std::nullopt;
     }
 
@@ -102,22 +109,25 @@ class Reader {
     }
 
     void readArgumentOf(const toml::node& element) {
-        const auto name = argumentName(command.arguments.size() + 1);
+        const auto name = argumentName(command.descriptors.size() + 1);
         const auto* table = element.as_table();
         if (table == nullptr)
             report.add(element, name + " must be a table, not " + std::string(kindOf(element)));
-        command.arguments.push_back(table != nullptr ? readArgument(*table, name, report)
-                                                     : ArgumentDescriptor());
+        auto& argument = command.descriptors.emplace_back();
+        if (table != nullptr) argument = readArgument(*table, name, report);
+        argument.place = report.placeOf(element.source());
+        argument.id = command.string.id;
+        argument.number = static_cast<std::uint16_t>(command.descriptors.size());
     }
 
     /// Gives each argument the place of its placeholder.
     void placeArguments(const CommandTemplate& parsed, const toml::node& send) {
         checkPlaceholders(parsed, send);
-        std::vector<bool> placed(command.arguments.size());
+        std::vector<bool> placed(command.descriptors.size());
         for (const auto& [number, pos] : parsed.placeholders) {
             if (number > placed.size()) continue;
             placed[number - 1] = true;
-            command.arguments[number - 1].pos = static_cast<std::uint8_t>(pos);
+            command.descriptors[number - 1].pos = static_cast<std::uint8_t>(pos);
         }
         for (std::size_t index = 0; index < placed.size(); ++index)
             if (!placed[index])
@@ -131,7 +141,7 @@ class Reader {
         for (const auto& placeholder : parsed.placeholders) {
             const auto number = placeholder.number;
             const auto name = "placeholder {" + std::to_string(number) + "}";
-            if (number > command.arguments.size())
+            if (number > command.descriptors.size())
                 report.add(send, name + " has no argument in args");
             if (earlier.contains(number))
                 report.add(send, name + " stands twice");
@@ -146,7 +156,8 @@ class Reader {
         return "argument " + std::to_string(number) + " of " + title;
     }
 
-    CommandDefinition command;
+    std::string_view keyword;
+    CommandEntries command;
     const toml::array* args = nullptr;
     std::string title;
     bool takesNoArgument;
@@ -155,14 +166,13 @@ class Reader {
 
 }  // namespace
 
-CommandDefinition readCommand(const toml::key& keyword, const toml::node& value,
-                              FileReport& report) {
+CommandEntries readCommand(const toml::key& keyword, const toml::node& value,
+                           const CommandNumbering& numbering, FileReport& report) {
     const auto name = keyword.str();
-    if (!isKnownKeyword(name)) report.add(keyword.source(), unknownCommand(name));
+    const auto id = numbering.find(name);
+    if (!id) report.add(keyword.source(), unknownCommand(name));
     if (isModelKey(name)) return {};
-    auto command = Reader(name, report).read(value);
-    command.id = commandId(name);
-    return command;
+    return Reader(keyword, id.value_or(0), report).read(value);
 }
 
 }  // namespace orx::orxdef

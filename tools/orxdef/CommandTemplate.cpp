@@ -1,9 +1,11 @@
 #include "orxdef/CommandTemplate.h"
 
+#include <algorithm>
 #include <charconv>
 #include <optional>
 #include <utility>
 
+#include "core/Text.h"
 #include "orxdef/Wording.h"
 
 namespace orx::orxdef {
@@ -105,10 +107,44 @@ class Parser {
     CommandTemplate result;
 };
 
+/// How one byte is written.
+std::string byteText(char byte) {
+    switch (byte) {
+        case '\r':
+            return R"(\r)";
+        case '\n':
+            return R"(\n)";
+        case '\t':
+            return R"(\t)";
+        case '\\':
+            return R"(\\)";
+        case '\'':
+            return R"(\x27)";
+        case '{':
+        case '}':
+            return {byte, byte};
+        default:
+            return escapeBytes({&byte, 1});
+    }
+}
+
 }  // namespace
 
 CommandTemplate CommandTemplate::parse(std::string_view text) {
     return Parser(text).parse();
+}
+
+std::string CommandTemplate::text() const {
+    auto sorted = placeholders;
+    std::ranges::stable_sort(sorted, {}, &Placeholder::pos);
+    auto next = sorted.begin();
+    std::string result;
+    for (std::size_t index = 0; index <= bytes.size(); ++index) {
+        for (; next != sorted.end() && next->pos == index; ++next)
+            result.append("{").append(std::to_string(next->number)).append("}");
+        if (index < bytes.size()) result += byteText(bytes[index]);
+    }
+    return result;
 }
 
 }  // namespace orx::orxdef

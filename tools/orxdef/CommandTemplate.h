@@ -26,6 +26,10 @@ struct CommandTemplate {
     /// Never throws for a malformed text: what could not be read is in `mistakes` and missing from
     /// the rest.
     [[nodiscard]] static CommandTemplate parse(std::string_view text);
+
+    /// The text of which `parse` makes these bytes and placeholders, the latter in ascending order
+    /// of their places. It has no quotes, so that it can stand in single ones.
+    [[nodiscard]] std::string text() const;
 };
 
 }  // namespace orx::orxdef

@@ -30,20 +30,22 @@ int write(const std::string& image, const std::string& output, std::ostream& err
 
 }  // namespace
 
-int compile(const std::vector<std::string>& models, const std::string& output,
-            std::ostream& errors) {
-    const auto isOutput = [&output](const auto& model) { return isSameFile(model, output); };
+int compile(const CompileRequest& request, std::ostream& standardOutput, std::ostream& errors) {
+    const auto& [models, output] = request;
+    const auto isOutput = [&request](const auto& model) {
+        return isSameFile(model, request.output);
+    };
     if (std::ranges::any_of(models, isOutput))
         return refuseOutput(output, "would be written over: it is one of the definitions", errors);
 
     Mistakes mistakes(models);
-    TomlReader reader(mistakes);
-    for (std::size_t file = 0; file < models.size(); ++file)
-        reader.read(file);
-    const auto image = binaryImage(reader.definitions(), mistakes);
-    for (const auto& line : mistakes.lines())
-        errors << line << '\n';
-    return mistakes.empty() ? write(*image, output, errors) : failure;
+    const auto definitions = readToml(mistakes);
+    const auto image = binaryImage(definitions, mistakes);
+    mistakes.print(errors);
+    if (!mistakes.empty()) return failure;
+    if (output != "-") return write(*image, output, errors);
+    standardOutput << *image;
+    return success;
 }
 
 }  // namespace orx::orxdef

@@ -7,10 +7,15 @@
 
 namespace orx::orxdef {
 
-/// Compiles the files `models`, in that order, to the file `output`.
-/// Returns the exit status: 0 with the output written and nothing printed, or 1 with one line on
-/// `errors` for each mistake and the output as it was before.
-[[nodiscard]] int compile(const std::vector<std::string>& models, const std::string& output,
+/// What is compiled to what; "-" stands for standard input and for standard output.
+struct CompileRequest {
+    std::vector<std::string> models;  ///< in the order that they get in the definition file
+    std::string output;
+};
+
+/// Returns the exit status: 0 with the output written and nothing else printed, or 1 with one line
+/// on `errors` for each mistake and the output as it was before.
+[[nodiscard]] int compile(const CompileRequest& request, std::ostream& standardOutput,
                           std::ostream& errors);
 
 }  // namespace orx::orxdef

@@ -3,9 +3,9 @@
 #include <array>
 #include <charconv>
 #include <cmath>
+#include <cstdlib>
 #include <limits>
 #include <stdexcept>
-#include <string>
 
 namespace orx::orxdef {
 namespace {
@@ -52,6 +52,17 @@ std::int32_t inUnits(double value, int decimals) {
         throw std::range_error("must be a multiple of " + unitText(decimals) + ", not " +
                                numberText(value));
     return static_cast<std::int32_t>(whole);
+}
+
+std::string unitsText(std::int32_t units, int decimals) {
+    const auto places = static_cast<std::size_t>(decimals);
+    auto digits = std::to_string(std::abs(std::int64_t{units}));
+    if (digits.size() <= places) digits.insert(0, places + 1 - digits.size(), '0');
+    auto fraction = digits.substr(digits.size() - places);
+    fraction.erase(fraction.find_last_not_of('0') + 1);
+    auto text = (units < 0 ? "-" : "") + digits.substr(0, digits.size() - places);
+    if (!fraction.empty()) text.append(".").append(fraction);
+    return text;
 }
 
 }  // namespace orx::orxdef

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 
 namespace orx::orxdef {
 
@@ -10,5 +11,8 @@ namespace orx::orxdef {
 /// Throws `std::range_error` where the result is no whole number or does not fit 32 bits; its text
 /// goes on after the name of the value: "must be a multiple of 0.01, not 0.125".
 [[nodiscard]] std::int32_t inUnits(double value, int decimals);
+
+/// The way back: -1250 with 2 decimals gives "-12.5", which `inUnits` reads as exactly this value.
+[[nodiscard]] std::string unitsText(std::int32_t units, int decimals);
 
 }  // namespace orx::orxdef

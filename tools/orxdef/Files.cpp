@@ -93,7 +93,8 @@ std::string resolved(const std::string& path) {
 }  // namespace
 
 std::string readFile(const std::string& path) {
-    const FileDescriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
+    const FileDescriptor file(path == "-" ? ::dup(STDIN_FILENO)
+                                          : ::open(path.c_str(), O_RDONLY | O_CLOEXEC));
     if (!file.isOpen()) fail();
     std::string content;
     std::array<char, pieceSize> piece{};

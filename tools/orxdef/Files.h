@@ -7,7 +7,7 @@
 
 namespace orx::orxdef {
 
-/// The content of the file at `path`.
+/// The content of the file at `path`; that of standard input for the path "-".
 [[nodiscard]] std::string readFile(const std::string& path);
 
 /// Makes `content` the content of the file at `path`, through a temporary file beside it: a reader

@@ -6,9 +6,9 @@
 
 namespace orx::orxdef {
 
-inline constexpr std::array<std::string_view, 9> modelKeys{
+inline constexpr std::array<std::string_view, 10> modelKeys{
     "name",    "baudrate", "bytesize", "parity",   "stopbits",
-    "timeout", "delay",    "checksum", "commands",
+    "timeout", "delay",    "checksum", "commands", "verbatim",
 };
 
 }  // namespace orx::orxdef

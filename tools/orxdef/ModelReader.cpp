@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <iterator>
 #include <limits>
 #include <string>
 #include <string_view>
@@ -9,6 +10,7 @@
 #include "orxdef/CommandReader.h"
 #include "orxdef/ModelKeys.h"
 #include "orxdef/TableReader.h"
+#include "orxdef/VerbatimReader.h"
 
 namespace orx::orxdef {
 namespace {
@@ -49,8 +51,9 @@ std::string readName(const TableReader& reader) {
     return {};
 }
 
-std::vector<CommandDefinition> readCommands(const TableReader& reader, FileReport& report) {
-    std::vector<CommandDefinition> commands;
+std::vector<CommandEntries> readCommands(const TableReader& reader,
+                                         const CommandNumbering& numbering, FileReport& report) {
+    std::vector<CommandEntries> commands;
     const auto* value = reader.find("commands");
     if (value == nullptr) return commands;
     const auto* table = value->as_table();
@@ -59,23 +62,57 @@ std::vector<CommandDefinition> readCommands(const TableReader& reader, FileRepor
         return commands;
     }
     for (const auto& [keyword, command] : *table)
-        commands.push_back(readCommand(keyword, command, report));
-    std::ranges::sort(commands, {}, &CommandDefinition::keyword);
+        commands.push_back(readCommand(keyword, command, numbering, report));
+    std::ranges::sort(commands, {}, &CommandEntries::name);
     return commands;
+}
+
+/// Brings the commands that `order` names to the front, in that order. Whether it names them all,
+/// and nothing else, is not asked: the rest stay in the order of their keywords.
+void reorder(std::vector<CommandEntries>& commands, const std::vector<std::string>& order) {
+    const auto rank = [&order](const CommandEntries& command) {
+        return std::ranges::find(order, command.name) - order.begin();
+    };
+    std::ranges::stable_sort(commands, {}, rank);
+}
+
+/// Puts the entries of `commands` ahead of those that `model` has.
+void prepend(const std::vector<CommandEntries>& commands, ModelDefinition& model) {
+    std::vector<CommandString> strings;
+    std::vector<ArgumentDescriptor> descriptors;
+    for (const auto& command : commands) {
+        strings.push_back(command.string);
+        std::ranges::copy(command.descriptors, std::back_inserter(descriptors));
+    }
+    model.strings.insert(model.strings.begin(), strings.begin(), strings.end());
+    model.descriptors.insert(model.descriptors.begin(), descriptors.begin(), descriptors.end());
+}
+
+/// The table `verbatim` of the model, if it has one.
+const toml::table* findVerbatim(const TableReader& reader) {
+    const auto* value = reader.find("verbatim");
+    if (value == nullptr || value->is_table())
+        return value != nullptr ? value->as_table() : nullptr;
+    reader.refuse(*value, "verbatim", "must be a table, not " + std::string(kindOf(*value)));
+    return nullptr;
 }
 
 }  // namespace
 
-ModelDefinition readModel(const toml::table& table, FileReport& report) {
+ModelDefinition readModel(const toml::table& table, const CommandNumbering& numbering,
+                          FileReport& report) {
     const TableReader reader(table, "the model", report);
     reader.allowOnly(modelKeys);
+    const auto* verbatim = findVerbatim(reader);
     const auto* name = reader.find("name");
     ModelDefinition model;
     model.place = report.placeOf(name != nullptr ? name->source() : table.source());
-    model.name = readName(reader);
+    if (verbatim == nullptr || !verbatim->contains("name")) model.name = readName(reader);
     model.line = readLine(reader);
     model.checksum = static_cast<Checksum>(reader.choiceOr("checksum", checksumNames, 0));
-    model.commands = readCommands(reader, report);
+    auto commands = readCommands(reader, numbering, report);
+    if (verbatim != nullptr) reorder(commands, readModelVerbatim(*verbatim, model, report));
+    prepend(commands, model);
     return model;
 }
 

@@ -7,26 +7,25 @@ namespace {
 
 namespace format = definition_format;
 
-std::string stringEntry(const CommandDefinition& command) {
+std::string stringEntry(const CommandString& string) {
     namespace entry = format::string_entry;
     return Record(entry::fixedSize)
-               .put(entry::commandId, command.id)
-               .put(entry::length, command.bytes.size())
+               .put(entry::commandId, string.id)
+               .put(entry::length, string.bytes.size())
                .take() +
-           command.bytes;
+           string.bytes;
 }
 
-std::string descriptorEntry(std::uint16_t commandId, std::size_t number,
-                            const ArgumentDescriptor& argument) {
+std::string descriptorEntry(const ArgumentDescriptor& argument) {
     namespace entry = format::descriptor;
     return Record(entry::size)
-        .put(entry::commandId, commandId)
-        .put(entry::number, number)
+        .put(entry::commandId, argument.id)
+        .put(entry::number, argument.number)
         .putSigned(entry::min, argument.min)
         .putSigned(entry::max, argument.max)
         .put(entry::pos, argument.pos)
         .put(entry::len, argument.len)
-        .put(entry::type, static_cast<unsigned char>(argument.type))
+        .put(entry::type, argument.type)
         .take();
 }
 
@@ -38,8 +37,8 @@ std::string blockHeader(const ModelDefinition& model) {
         .put(block::baudrate, line.baudrate)
         .put(block::timeout, line.timeout)
         .put(block::delay, line.delay)
-        .put(block::stringCount, model.commands.size())
-        .put(block::descriptorCount, countDescriptors(model))
+        .put(block::stringCount, model.strings.size())
+        .put(block::descriptorCount, model.descriptors.size())
         .put(block::bytesize, line.bytesize)
         .put(block::stopbitsAndParity, static_cast<std::uint64_t>(stopbitsAndParity))
         .put(block::checksum, static_cast<std::uint64_t>(model.checksum))
@@ -48,22 +47,12 @@ std::string blockHeader(const ModelDefinition& model) {
 
 }  // namespace
 
-std::size_t countDescriptors(const ModelDefinition& model) {
-    std::size_t count = 0;
-    for (const auto& command : model.commands)
-        count += command.arguments.size();
-    return count;
-}
-
 std::string projectorBlock(const ModelDefinition& model) {
     auto block = blockHeader(model);
-    for (const auto& command : model.commands)
-        block += stringEntry(command);
-    for (const auto& command : model.commands) {
-        std::size_t number = 0;
-        for (const auto& argument : command.arguments)
-            block += descriptorEntry(command.id, ++number, argument);
-    }
+    for (const auto& string : model.strings)
+        block += stringEntry(string);
+    for (const auto& descriptor : model.descriptors)
+        block += descriptorEntry(descriptor);
     return block;
 }
 

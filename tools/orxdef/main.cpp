@@ -1,51 +1,151 @@
 // The companion tool for projector definition files: the command line of its subcommands.
 
 #include <exception>
+#include <functional>
 #include <iostream>
 #include <string>
+#include <unistd.h>
 #include <vector>
 
 #include <CLI/CLI.hpp>
 
+#include "orxdef/Check.h"
 #include "orxdef/Compile.h"
+#include "orxdef/Decompile.h"
+#include "orxdef/Encode.h"
+#include "orxdef/List.h"
+#include "orxdef/Schema.h"
 
 namespace {
+
+using namespace orx::orxdef;
 
 /// A wrong command line ends with status 1, as every other failure does.
 int exitStatus(const CLI::App& app, const CLI::ParseError& error) {
     return app.exit(error) == 0 ? 0 : 1;
 }
 
-int run(int argc, char** argv) {
-    CLI::App app("Works on the projector definitions of orx", "orxdef");
-    app.set_version_flag("--version", "orxdef " ORXDEF_VERSION);
-    app.require_subcommand(1);
-
-    std::vector<std::string> models;
-    std::string output;
-    auto* compile = app.add_subcommand("compile", "Compile definitions for the daemon");
-    compile->add_option("models", models, "Definitions in TOML")
-        ->required()
-        ->type_name("MODEL.toml");
-    compile->add_option("-o,--output", output, "The definition file to write")
-        ->required()
-        ->type_name("orx.ccd");
-
-    try {
-        app.parse(argc, argv);
-    } catch (const CLI::ParseError& error) {
-        return exitStatus(app, error);
+/// The command line; `run` is what the chosen subcommand does, and gives the exit status.
+class CommandLine {
+  public:
+    CommandLine() {
+        app.set_version_flag("--version", "orxdef " ORXDEF_VERSION);
+        app.require_subcommand(1);
+        addCompile();
+        addDecompile();
+        addCheck();
+        addList();
+        addEncode();
+        addSchema();
+        app.footer("A file called - is standard input or standard output.");
     }
-    return orx::orxdef::compile(models, output, std::cerr);
-}
+
+    int parseAndRun(int argc, char** argv) {
+        try {
+            app.parse(argc, argv);
+        } catch (const CLI::ParseError& error) {
+            return exitStatus(app, error);
+        }
+        return run();
+    }
+
+  private:
+    void addCompile() {
+        auto* command = app.add_subcommand("compile", "Compile definitions for the daemon");
+        command
+            ->add_option("models", compileRequest.models,
+                         "Definitions in TOML; standard input where it is no terminal")
+            ->required(::isatty(STDIN_FILENO) == 1)
+            ->type_name("MODEL.toml");
+        command->add_option("-o,--output", compileRequest.output, "The definition file to write")
+            ->required()
+            ->type_name("orx.ccd");
+        command->callback([this] {
+            if (compileRequest.models.empty()) compileRequest.models = {"-"};
+            run = [this] { return compile(compileRequest, std::cout, std::cerr); };
+        });
+    }
+
+    void addDecompile() {
+        auto* command = app.add_subcommand(
+            "decompile", "Give back TOML that compiles to the same bytes, on standard output");
+        addDefinitionFile(*command);
+        command->callback(
+            [this] { run = [this] { return decompile(definitionFile, std::cout, std::cerr); }; });
+    }
+
+    void addCheck() {
+        auto* command = app.add_subcommand(
+            "check", "Show everything that would surprise at run time; status 1 where it matters");
+        command
+            ->add_option("files", checkedFiles,
+                         "One definition file, or definitions in TOML that are compiled together")
+            ->required()
+            ->type_name("FILE");
+        command->add_flag("--json", asJson, "Print one JSON object");
+        command->callback([this] {
+            run = [this] {
+                const auto format = asJson ? CheckFormat::json : CheckFormat::text;
+                return check(checkedFiles, format, std::cout);
+            };
+        });
+    }
+
+    void addList() {
+        auto* command = app.add_subcommand("list", "Show the models and their commands as tables");
+        addDefinitionFile(*command);
+        command->callback(
+            [this] { run = [this] { return list(definitionFile, std::cout, std::cerr); }; });
+    }
+
+    void addEncode() {
+        auto* command = app.add_subcommand(
+            "encode", "Show the bytes that the daemon would send, escaped and in hexadecimal");
+        command->add_option("file", encodeRequest.definitionFile, "The definition file")
+            ->required()
+            ->type_name("orx.ccd");
+        command->add_option("model", encodeRequest.model, "The name of the model")
+            ->required()
+            ->type_name("MODEL");
+        command->add_option("command", encodeRequest.keyword, "The keyword of the command")
+            ->required()
+            ->type_name("COMMAND");
+        command->add_option("arguments", encodeRequest.arguments, "Its arguments")
+            ->type_name("ARG");
+        command->callback(
+            [this] { run = [this] { return encode(encodeRequest, std::cout, std::cerr); }; });
+    }
+
+    void addSchema() {
+        app.add_subcommand("schema", "Print the JSON Schema of definitions in TOML")
+            ->callback([this] { run = [] { return printSchema(std::cout); }; });
+    }
+
+    void addDefinitionFile(CLI::App& command) {
+        command.add_option("file", definitionFile, "The definition file")
+            ->required()
+            ->type_name("orx.ccd");
+    }
+
+    CLI::App app{"Works on the projector definitions of orx", "orxdef"};
+    std::function<int()> run;
+    CompileRequest compileRequest;
+    EncodeRequest encodeRequest;
+    std::string definitionFile;
+    std::vector<std::string> checkedFiles;
+    bool asJson = false;
+};
 
 }  // namespace
 
 int main(int argc, char** argv) {
     try {
-        return run(argc, argv);
+        const int status = CommandLine().parseAndRun(argc, argv);
+        std::cout.flush();
+        if (std::cout) return status;
+        std::cerr << "orxdef: standard output cannot be written\n";
     } catch (const std::exception& error) {
         std::cerr << "orxdef: " << error.what() << '\n';
-        return 1;
     }
+    return 1;
 }

@@ -34,15 +34,6 @@ std::string hex(std::string_view image) {
     return text;
 }
 
-std::string imageOf(std::string_view text) {
-    Mistakes mistakes({"m.toml"});
-    TomlReader reader(mistakes);
-    reader.parse(text, 0);
-    const auto image = binaryImage(reader.definitions(), mistakes);
-    EXPECT_THAT(mistakes.lines(), IsEmpty());
-    return image.value_or("no image");
-}
-
 TEST(BinaryImage, hasEveryByteInItsPlace) {
     const auto image = imageOf(R"(
 [[model]]
@@ -111,17 +102,11 @@ TEST(BinaryImage, keepsTheModelsInTheOrderGiven) {
     EXPECT_EQ(hex(image.substr(22, 12)), hex(bytes("22 00 0E 00 01 5A  30 00 0E 00 01 41")));
 }
 
-CommandDefinition command(std::string keyword, std::size_t length) {
-    return {1, std::move(keyword), std::string(length, 'x'), {}};
-}
-
 /// A model without a mistake, its place telling it from others.
-ModelDefinition model(std::string name, std::uint32_t line,
-                      std::vector<CommandDefinition> commands) {
+ModelDefinition model(std::string name, std::uint32_t line) {
     ModelDefinition model;
     model.place = {0, line, 8};
     model.name = std::move(name);
-    model.commands = std::move(commands);
     return model;
 }
 
@@ -135,11 +120,9 @@ Lines limitsPassedBy(std::vector<ModelDefinition> models) {
 }
 
 ModelDefinition modelWithArguments(std::size_t count) {
-    auto test = command("TEST", 1);
-    test.arguments.resize(count / 2);
-    auto input = command("INPUT", 1);
-    input.arguments.resize(count - count / 2);
-    return model("M", 2, {input, test});
+    auto result = model("M", 2);
+    result.descriptors.resize(count);
+    return result;
 }
 
 TEST(BinaryImage, takes255ArgumentsAModelAndNotOneMore) {
@@ -151,13 +134,13 @@ TEST(BinaryImage, takes255ArgumentsAModelAndNotOneMore) {
 
 /// A block of exactly `size` bytes: 14 of header, 3 and the text for each command.
 ModelDefinition blockOf(std::string name, std::uint32_t line, std::size_t size) {
-    std::vector<CommandDefinition> commands;
+    auto result = model(std::move(name), line);
     for (auto rest = size - 14; rest > 0;) {
         const auto piece = std::min<std::size_t>(rest > 258 && rest < 261 ? 200 : 258, rest);
-        commands.push_back(command("ON", piece - 3));
+        result.strings.push_back({{}, 1, std::string(piece - 3, 'x')});
         rest -= piece;
     }
-    return model(std::move(name), line, std::move(commands));
+    return result;
 }
 
 TEST(BinaryImage, hasNoBlockLongerThan65535Bytes) {
@@ -169,8 +152,8 @@ TEST(BinaryImage, hasNoBlockLongerThan65535Bytes) {
 }
 
 TEST(BinaryImage, hasNoBlockBeyondTheFirst64KiBytes) {
-    // 22 bytes of header, 5 of the command ON and 3 times 6 of the models go before the blocks.
-    constexpr std::size_t room = 65536 - 22 - 5 - 18;
+    // 22 bytes of header and 3 times 6 of the models go before the blocks.
+    constexpr std::size_t room = 65536 - 22 - 18;
     const auto fill = [](std::size_t third) {
         return limitsPassedBy(
             {blockOf("A", 1, 20000), blockOf("B", 2, 20000), blockOf("C", 3, third)});
@@ -184,14 +167,14 @@ TEST(BinaryImage, hasNoBlockBeyondTheFirst64KiBytes) {
 TEST(BinaryImage, namesOnlyTheFirstModelThatLiesTooFarOut) {
     EXPECT_THAT(
         limitsPassedBy({blockOf("A", 1, 60000), blockOf("B", 2, 20000), blockOf("C", 3, 20000)}),
-        ElementsAre(R"(m.toml:2:8: "B" would end at byte 80045 of the file, )"
+        ElementsAre(R"(m.toml:2:8: "B" would end at byte 80040 of the file, )"
                     "at most 65536 are possible"));
 }
 
 TEST(BinaryImage, hasNoProjectorListLongerThan65535Bytes) {
     std::vector<ModelDefinition> models;
     for (std::uint32_t line = 1; line <= 253; ++line)
-        models.push_back(model(std::string(255, 'n'), line, {}));
+        models.push_back(model(std::string(255, 'n'), line));
     const auto lines = limitsPassedBy(models);
     ASSERT_EQ(lines.size(), 2U);
     EXPECT_EQ(lines[1], "m.toml:253:8: the projector list grows beyond 65535 bytes with \"" +
@@ -199,10 +182,13 @@ TEST(BinaryImage, hasNoProjectorListLongerThan65535Bytes) {
 }
 
 TEST(BinaryImage, hasNoCommandListLongerThan65535Bytes) {
-    std::vector<CommandDefinition> commands;
-    for (int number = 100; number < 355; ++number)
-        commands.push_back(command(std::to_string(number) + std::string(252, 'k'), 0));
-    EXPECT_THAT(limitsPassedBy({model("M", 2, commands)}),
+    DefinitionSet definitions;
+    definitions.models = {model("M", 2)};
+    for (std::uint16_t number = 0; number < 255; ++number)
+        definitions.commandList.push_back({{}, number, std::string(255, 'k')});
+    Mistakes mistakes({"m.toml"});
+    EXPECT_FALSE(binaryImage(definitions, mistakes).has_value());
+    EXPECT_THAT(mistakes.lines(),
                 testing::Contains("m.toml:2:8: the command list takes 65790 bytes, at most 65535 "
                                   "can be said"));
 }

@@ -18,7 +18,9 @@ class Compile : public testing::Test {
         for (const auto& name : names)
             paths.push_back(folder.file(name));
         std::ostringstream stream;
-        const auto status = compile(paths, folder.file(outputName), stream);
+        std::ostringstream output;
+        const auto status = compile({paths, folder.file(outputName)}, output, stream);
+        EXPECT_EQ(output.str(), "");
         errors = stream.str();
         const auto prefix = folder.path().string() + "/";
         for (auto at = errors.find(prefix); at != std::string::npos; at = errors.find(prefix))

@@ -4,8 +4,7 @@
 
 #include <gmock/gmock.h>
 
-#include "orxdef/BinaryWriter.h"
-#include "orxdef/TomlReader.h"
+#include "Reading.h"
 
 namespace orx::orxdef {
 namespace {
@@ -18,21 +17,23 @@ using testing::Not;
 
 class DemoDefinition : public testing::Test {
   protected:
-    DemoDefinition() { reader.read(0); }
-
     [[nodiscard]] const ModelDefinition& model(const std::string& name) const {
-        return *std::ranges::find(reader.definitions().models, name, &ModelDefinition::name);
+        return *findModel(definitions, name);
+    }
+
+    [[nodiscard]] std::vector<ReadCommand> commandsOfModel(const std::string& name) const {
+        return commandsOf(definitions, model(name));
     }
 
     [[nodiscard]] std::vector<std::string> keywordsOf(const std::string& name) const {
         std::vector<std::string> keywords;
-        for (const auto& command : model(name).commands)
+        for (const auto& command : commandsOfModel(name))
             keywords.push_back(command.keyword);
         return keywords;
     }
 
     Mistakes mistakes{{ORX_SOURCE_DIR "/definitions/demo.toml"}};
-    TomlReader reader{mistakes};
+    DefinitionSet definitions = readToml(mistakes);
 };
 
 /// Everything but what the daemon does by itself.
@@ -131,7 +132,7 @@ const std::vector<std::string> stepsOfTheLens{
 };
 
 TEST_F(DemoDefinition, compiles) {
-    EXPECT_TRUE(binaryImage(reader.definitions(), mistakes).has_value());
+    EXPECT_TRUE(binaryImage(definitions, mistakes).has_value());
     EXPECT_THAT(mistakes.lines(), IsEmpty());
 }
 
@@ -141,9 +142,9 @@ TEST_F(DemoDefinition, showsEveryCommandThatAProjectorCanBeSent) {
 }
 
 TEST_F(DemoDefinition, tellsEveryCommandOfAModelApart) {
-    for (const auto& each : reader.definitions().models) {
+    for (const auto& each : definitions.models) {
         std::set<std::string> sent;
-        for (const auto& command : each.commands) {
+        for (const auto& command : commandsOf(definitions, each)) {
             EXPECT_NE(command.bytes, "") << command.keyword;
             EXPECT_TRUE(sent.insert(command.bytes).second) << each.name << " " << command.keyword;
         }
@@ -152,14 +153,13 @@ TEST_F(DemoDefinition, tellsEveryCommandOfAModelApart) {
 
 TEST_F(DemoDefinition, showsEveryTypeOfArgument) {
     std::set<char> types;
-    for (const auto& command : model("DEMO-1").commands)
-        for (const auto& argument : command.arguments)
-            types.insert(argument.type);
+    for (const auto& argument : model("DEMO-1").descriptors)
+        types.insert(static_cast<char>(argument.type));
     EXPECT_THAT(types, ElementsAre('A', 'B', 'D', 'I', 'X'));
 }
 
 TEST_F(DemoDefinition, showsACommandWithTwoArguments) {
-    const auto& commands = model("DEMO-1").commands;
+    const auto commands = commandsOfModel("DEMO-1");
     EXPECT_TRUE(std::ranges::any_of(
         commands, [](const auto& command) { return command.arguments.size() == 2; }));
 }
@@ -170,9 +170,9 @@ TEST_F(DemoDefinition, showsAModelWithFramesParityAndChecksum) {
     EXPECT_EQ(demo.line.bytesize, 7);
     EXPECT_EQ(demo.line.parity, Parity::even);
     EXPECT_EQ(demo.checksum, Checksum::sum8);
-    EXPECT_GE(demo.commands.size(), 24U);
+    EXPECT_GE(demo.strings.size(), 24U);
     EXPECT_THAT(keywordsOf("DEMO-2"), IsSupersetOf(stepsOfTheLens));
-    for (const auto& command : demo.commands) {
+    for (const auto& command : commandsOfModel("DEMO-2")) {
         EXPECT_EQ(command.bytes.front(), '\x02') << command.keyword;
         EXPECT_EQ(command.bytes.back(), '\x03') << command.keyword;
     }
@@ -186,7 +186,7 @@ TEST_F(DemoDefinition, showsAModelThatIsResetByFastSteps) {
 }
 
 TEST_F(DemoDefinition, waitsNeverLong) {
-    for (const auto& each : reader.definitions().models) {
+    for (const auto& each : definitions.models) {
         EXPECT_LE(each.line.timeout, 100) << each.name;
         EXPECT_GE(each.line.delay, 10) << each.name;
         EXPECT_LE(each.line.delay, 20) << each.name;

@@ -51,7 +51,7 @@ const auto files = testing::Values(
     Case{"emptyModelArray", "model = []", {"m.toml:1:9: the file has no [[model]]"}},
     Case{"unknownKeyOfTheFile",
          "[[modle]]\nname = 'M'\n",
-         {R"(m.toml:1:3: unknown key "modle" in the file; allowed: model)"}},
+         {R"(m.toml:1:3: unknown key "modle" in the file; allowed: model, verbatim)"}},
     Case{"singleModelTable",
          "[model]\nname = 'M'\nbaudrate = 1\n",
          {"m.toml:1:1: model must be an array of tables, written [[model]], not a table"}},
@@ -67,7 +67,7 @@ const auto models = testing::Values(
     Case{"unknownKeyOfTheModel",
          modelWithKeys("  baud = 9600"),
          {R"(m.toml:4:3: unknown key "baud" in the model; allowed: name, baudrate, bytesize, )"
-          "parity, stopbits, timeout, delay, checksum, commands"}},
+          "parity, stopbits, timeout, delay, checksum, commands, verbatim"}},
     Case{"nameOfAnotherType",
          "[[model]]\nname = 7\nbaudrate = 1\n",
          {"m.toml:2:8: name must be a string, not an integer"}},
@@ -147,7 +147,7 @@ const auto commands = testing::Values(
          {"m.toml:5:15: send must be a string, not an integer"}},
     Case{"unknownKeyOfTheCommand",
          modelWith("ON = { send = 'a', arg = 1 }"),
-         {R"(m.toml:5:20: unknown key "arg" in ON; allowed: send, args)"}},
+         {R"(m.toml:5:20: unknown key "arg" in ON; allowed: send, args, verbatim)"}},
     Case{"argsOfAnotherType",
          modelWith("INPUT = { send = '{1}', args = 1 }"),
          {"m.toml:5:32: args must be an array, not an integer"}},
@@ -293,7 +293,7 @@ TEST(MistakesInADefinition, areAllReportedInTheOrderOfTheFile) {
                    "INPUT = { send = '{2}', args = [ { type = 'A', max = 1.5 } ] }\n"
                    "[[model]]\n"
                    "name = ''\n"),
-        ElementsAre(R"(m.toml:1:1: unknown key "colour" in the file; allowed: model)",
+        ElementsAre(R"(m.toml:1:1: unknown key "colour" in the file; allowed: model, verbatim)",
                     "m.toml:2:1: the model has no name", "m.toml:2:1: the model has no baudrate",
                     "m.toml:3:12: bytesize must be from 5 to 8, not 9",
                     "m.toml:5:6: ON has no send",

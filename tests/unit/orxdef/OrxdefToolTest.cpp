@@ -56,9 +56,8 @@ TEST_F(OrxdefTool, reportsMistakesUnderTheNamesItWasGiven) {
 }
 
 TEST_F(OrxdefTool, endsWithStatusOneOnAWrongCommandLine) {
-    for (const auto* arguments :
-         {"", "compile", "compile a.toml", "compile -o orx.ccd", "compile a.toml -o", "link",
-          "compile a.toml -o orx.ccd --fast"}) {
+    for (const auto* arguments : {"", "compile", "compile a.toml", "compile a.toml -o", "link",
+                                  "check", "encode orx.ccd", "compile a.toml -o orx.ccd --fast"}) {
         EXPECT_EQ(run(arguments), 1) << arguments;
         EXPECT_EQ(output, "") << arguments;
         EXPECT_THAT(errors, HasSubstr("Run with --help for more information.")) << arguments;

@@ -12,17 +12,28 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::SizeIs;
 
-ModelDefinition onlyModelOf(std::string_view text) {
+DefinitionSet onlyDefinitionOf(std::string_view text) {
     EXPECT_THAT(mistakesIn(text), IsEmpty());
-    const auto models = modelsOf(text);
-    EXPECT_THAT(models, SizeIs(1));
-    return models.empty() ? ModelDefinition() : models.front();
+    auto definitions = definitionsOf(text);
+    EXPECT_THAT(definitions.models, SizeIs(1));
+    definitions.models.resize(1);
+    return definitions;
 }
 
-CommandDefinition onlyCommandOf(const std::string& command) {
-    const auto model = onlyModelOf(modelWith(command));
-    EXPECT_THAT(model.commands, SizeIs(1));
-    return model.commands.empty() ? CommandDefinition() : model.commands.front();
+ModelDefinition onlyModelOf(std::string_view text) {
+    return onlyDefinitionOf(text).models.front();
+}
+
+std::vector<ReadCommand> commandsIn(const std::string& commands) {
+    const auto definitions = onlyDefinitionOf(modelWith(commands));
+    return commandsOf(definitions, definitions.models.front());
+}
+
+ReadCommand onlyCommandOf(const std::string& command) {
+    auto commands = commandsIn(command);
+    EXPECT_THAT(commands, SizeIs(1));
+    commands.resize(1);
+    return commands.front();
 }
 
 ArgumentDescriptor onlyArgumentOf(const std::string& keyword, const std::string& argument) {
@@ -54,7 +65,7 @@ TEST(TomlReader, leavesTheUsualLineSettingsOut) {
     EXPECT_EQ(model.line.timeout, 100);
     EXPECT_EQ(model.line.delay, 0);
     EXPECT_EQ(model.checksum, Checksum::none);
-    EXPECT_THAT(model.commands, IsEmpty());
+    EXPECT_THAT(model.strings, IsEmpty());
 }
 
 TEST(TomlReader, takesTheBoundsOfEveryLineSetting) {
@@ -105,10 +116,8 @@ TEST(TomlReader, numbersCommandsByTheirPlaceInTheVocabulary) {
 }
 
 TEST(TomlReader, putsCommandsInTheOrderOfTheirKeywords) {
-    const auto model =
-        onlyModelOf(modelWith("ZOOMX = ''\n'F-' = ''\nFOCUS = ''\n'F+' = ''\nON = ''"));
     std::vector<std::string> keywords;
-    for (const auto& command : model.commands)
+    for (const auto& command : commandsIn("ZOOMX = ''\n'F-' = ''\nFOCUS = ''\n'F+' = ''\nON = ''"))
         keywords.push_back(command.keyword);
     EXPECT_THAT(keywords, ElementsAre("F+", "F-", "FOCUS", "ON", "ZOOMX"));
 }
@@ -184,11 +193,8 @@ TEST(TomlReader, addsUpTheModelsOfAllFilesInOrder) {
                        folder.write("a.toml",
                                     "[[model]]\nname = 'A2'\nbaudrate = 1\n"
                                     "[[model]]\nname = 'A1'\nbaudrate = 1\n")});
-    TomlReader reader(mistakes);
-    reader.read(0);
-    reader.read(1);
     std::vector<std::string> names;
-    for (const auto& model : reader.definitions().models)
+    for (const auto& model : readToml(mistakes).models)
         names.push_back(model.name);
     EXPECT_THAT(mistakes.lines(), IsEmpty());
     EXPECT_THAT(names, ElementsAre("B", "A2", "A1"));

@@ -1,0 +1,109 @@
+#include "orxdef/Check.h"
+
+#include <algorithm>
+#include <array>
+#include <nlohmann/json.hpp>
+#include <ostream>
+#include <stdexcept>
+#include <string_view>
+
+#include "orxdef/BinaryReader.h"
+#include "orxdef/BinaryWriter.h"
+#include "orxdef/Files.h"
+#include "orxdef/Surprises.h"
+#include "orxdef/TomlReader.h"
+#include "projector/DefinitionFormat.h"
+
+namespace orx::orxdef {
+namespace {
+
+/// In the order of the enumerators.
+constexpr std::array<std::string_view, 3> severityNames{"error", "warning", "note"};
+
+std::string_view nameOf(Severity severity) {
+    return severityNames.at(static_cast<std::size_t>(severity));
+}
+
+bool hasMagic(std::string_view content) {
+    const auto& magic = definition_format::magic;
+    return std::ranges::equal(magic, content.substr(0, magic.size()), {}, {},
+                              [](char byte) { return static_cast<unsigned char>(byte); });
+}
+
+/// No TOML holds a zero byte, and no binary file is without one.
+bool isBinary(const std::string& path, std::string_view content) {
+    if (path.ends_with(".toml")) return false;
+    return path.ends_with(".ccd") || hasMagic(content) || content.find('\0') != content.npos;
+}
+
+/// The binary file at `path`, if it is one that can be read.
+bool isBinaryFile(const std::string& path) {
+    try {
+        return isBinary(path, readFile(path));
+    } catch (const std::runtime_error&) {
+        return path.ends_with(".ccd");
+    }
+}
+
+/// The definitions of the files in `mistakes`; they are worth a closer look if nothing is mistaken.
+DefinitionSet read(Mistakes& mistakes) {
+    std::string image;
+    if (isBinaryFile(mistakes.fileName(0))) return readBinaryFile(mistakes, image);
+    auto definitions = readToml(mistakes);
+    static_cast<void>(binaryImage(definitions, mistakes));
+    return definitions;
+}
+
+nlohmann::ordered_json asJson(const Mistake& mistake, const Mistakes& mistakes) {
+    nlohmann::ordered_json json{{"severity", nameOf(mistake.severity)},
+                                {"file", mistakes.fileName(mistake.place.file)}};
+    if (mistake.place.byte) {
+        json["byte"] = *mistake.place.byte;
+    } else {
+        json["line"] = mistake.place.line;
+        json["column"] = mistake.place.column;
+    }
+    json["message"] = mistake.message;
+    return json;
+}
+
+void printJson(const Mistakes& mistakes, std::ostream& output) {
+    auto findings = nlohmann::ordered_json::array();
+    for (const auto& mistake : mistakes.sorted())
+        findings.push_back(asJson(mistake, mistakes));
+    const nlohmann::ordered_json report{{"findings", findings},
+                                        {"errors", mistakes.count(Severity::error)},
+                                        {"warnings", mistakes.count(Severity::warning)},
+                                        {"notes", mistakes.count(Severity::note)}};
+    // A file name may be any bytes; JSON is UTF-8.
+    output << report.dump(2, ' ', false, nlohmann::ordered_json::error_handler_t::replace) << '\n';
+}
+
+std::string counted(std::size_t count, std::string_view what) {
+    return std::to_string(count).append(" ").append(what).append(count == 1 ? "" : "s");
+}
+
+void printText(const Mistakes& mistakes, std::ostream& output) {
+    for (const auto& mistake : mistakes.sorted())
+        output << mistakes.describe(mistake.place) << ": " << nameOf(mistake.severity) << ": "
+               << mistake.message << '\n';
+    output << counted(mistakes.count(Severity::error), "error") << ", "
+           << counted(mistakes.count(Severity::warning), "warning") << ", "
+           << counted(mistakes.count(Severity::note), "note") << '\n';
+}
+
+}  // namespace
+
+int check(const std::vector<std::string>& paths, CheckFormat format, std::ostream& output) {
+    Mistakes mistakes(paths);
+    const auto definitions = read(mistakes);
+    // Of a file that cannot be read at all there is nothing more to say.
+    if (mistakes.empty() || !definitions.models.empty()) findSurprises(definitions, mistakes);
+    if (format == CheckFormat::json)
+        printJson(mistakes, output);
+    else
+        printText(mistakes, output);
+    return mistakes.count() == mistakes.count(Severity::note) ? 0 : 1;
+}
+
+}  // namespace orx::orxdef
