@@ -45,7 +45,7 @@ class Finder {
         if (isOwn)
             add(Severity::warning, command.string->place,
                 title + " is never sent: the daemon acts on that command by itself");
-        if (command.string->bytes.empty())
+        if (command.string->bytes.empty() && command.arguments.empty())
             add(Severity::note, command.string->place, title + " has no bytes to send");
         if (!command.arguments.empty()) findArguments();
     }
