@@ -127,7 +127,7 @@ Json commands() {
         if (isForDaemon(entry.keyword)) continue;
         const bool hasArguments = entry.argumentKind != ArgumentKind::none;
         properties[std::string(entry.keyword)] = described(
-            reference(hasArguments ? "command" : "simpleCommand"),
+            reference("command"),
             std::string(entry.symbolicName) +
                 (hasArguments
                      ? ", with " + std::string(*argumentKindOf(entry.keyword)) + " arguments"
