@@ -127,5 +127,29 @@ TEST(CommandTemplate, everyMistakeOfATextIsReportedInItsOrder) {
                             "lone {; write {{ for the character"));
 }
 
+TEST(CommandTemplateText, isReadBackAsTheSameBytesWhateverTheyAre) {
+    CommandTemplate all;
+    for (int byte = 0; byte < 256; ++byte)
+        all.bytes += static_cast<char>(byte);
+    const auto again = CommandTemplate::parse(all.text());
+    EXPECT_TRUE(again.mistakes.empty());
+    EXPECT_EQ(again.bytes, all.bytes);
+    EXPECT_TRUE(again.placeholders.empty());
+}
+
+TEST(CommandTemplateText, canStandInSingleQuotesOnOneLine) {
+    EXPECT_EQ(CommandTemplate({"\r\n\t'\\{}\x7f\xff z", {}, {}}).text(),
+              R"(\r\n\t\x27\\{{}}\x7f\xff z)");
+}
+
+TEST(CommandTemplateText, hasPlaceholdersWhereTheyWere) {
+    for (const auto* text : {"{1}", "a{1}{2}b", "{1}{{{2}}}{3}", "ab{12}"})
+        EXPECT_EQ(CommandTemplate::parse(text).text(), text);
+}
+
+TEST(CommandTemplateText, hasPlaceholdersInTheOrderOfTheirPlaces) {
+    EXPECT_EQ(CommandTemplate({"abc", {{1, 3}, {2, 0}, {3, 3}}, {}}).text(), "{2}abc{1}{3}");
+}
+
 }  // namespace
 }  // namespace orx::orxdef

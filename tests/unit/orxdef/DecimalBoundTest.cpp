@@ -65,5 +65,23 @@ TEST(DecimalBound, refusesWhatIsNoNumber) {
     EXPECT_EQ(refusalOf(-INFINITY, 0), "must fit 32 bits in units of 1, unlike -inf");
 }
 
+TEST(UnitsText, isTheShortestNumberInRealUnits) {
+    EXPECT_EQ(unitsText(-1250, 2), "-12.5");
+    EXPECT_EQ(unitsText(1200, 2), "12");
+    EXPECT_EQ(unitsText(7, 2), "0.07");
+    EXPECT_EQ(unitsText(-7, 1), "-0.7");
+    EXPECT_EQ(unitsText(0, 15), "0");
+    EXPECT_EQ(unitsText(100, 0), "100");
+    EXPECT_EQ(unitsText(-2147483647 - 1, 0), "-2147483648");
+    EXPECT_EQ(unitsText(-2147483647 - 1, 15), "-0.000002147483648");
+}
+
+TEST(UnitsText, isReadBackAsTheSameUnits) {
+    for (int decimals = 0; decimals <= 15; ++decimals)
+        for (const std::int32_t units :
+             {0, 1, -1, 9, 10, -99, 12345, -100000, 2147483647, -2147483647 - 1})
+            EXPECT_EQ(inUnits(std::stod(unitsText(units, decimals)), decimals), units) << decimals;
+}
+
 }  // namespace
 }  // namespace orx::orxdef

@@ -78,5 +78,52 @@ TEST_F(OrxdefTool, tellsItsVersion) {
     EXPECT_EQ(errors, "");
 }
 
+TEST_F(OrxdefTool, passesDefinitionsThroughAPipe) {
+    folder.write("a.toml", "[[model]]\nname = 'A'\nbaudrate = 9600\n[model.commands]\nON = 'x'\n");
+    ASSERT_EQ(run("compile a.toml -o a.ccd"), 0);
+    EXPECT_EQ(run("decompile a.ccd | '" ORX_ORXDEF_EXECUTABLE "' compile -o b.ccd"), 0);
+    EXPECT_EQ(errors, "");
+    EXPECT_EQ(test::contentOf(folder.file("b.ccd")), test::contentOf(folder.file("a.ccd")));
+    EXPECT_EQ(run("compile - -o - <a.toml"), 0);
+    EXPECT_EQ(output, test::contentOf(folder.file("a.ccd")));
+    EXPECT_EQ(run("list - <a.ccd"), 0);
+    EXPECT_THAT(output, HasSubstr("MODEL  BAUD RATE"));
+}
+
+TEST_F(OrxdefTool, checksForPeopleAndMachines) {
+    folder.write("a.toml",
+                 "[[model]]\nname = 'A'\nbaudrate = 9600\n[model.commands]\nZOOM = 'x'\n");
+    EXPECT_EQ(run("check a.toml"), 1);
+    EXPECT_THAT(output, HasSubstr("a.toml:5:1: warning: "));
+    EXPECT_EQ(run("check --json a.toml"), 1);
+    EXPECT_THAT(output, HasSubstr("\"severity\": \"warning\""));
+}
+
+TEST_F(OrxdefTool, encodesWordsThatLookLikeOptions) {
+    folder.write(
+        "a.toml",
+        "[[model]]\nname = 'A'\nbaudrate = 9600\n[model.commands]\n'Z-' = 'z'\n"
+        "CONTRAST = { send = 'C{1}', args = [{ type = 'B', len = 2, min = -9, max = 9 }] }\n");
+    ASSERT_EQ(run("compile a.toml -o a.ccd"), 0);
+    EXPECT_EQ(run("encode a.ccd A CONTRAST -7"), 0);
+    EXPECT_EQ(output, "C-07\n[43 2d 30 37]\n");
+    EXPECT_EQ(run("encode a.ccd A Z-"), 0);
+    EXPECT_EQ(output, "z\n[7a]\n");
+}
+
+TEST_F(OrxdefTool, endsWithStatusOneOnADamagedFile) {
+    folder.write("a.ccd", "not a definition file at all");
+    for (const auto* arguments : {"decompile a.ccd", "list a.ccd", "check a.ccd",
+                                  "encode a.ccd A ON", "decompile none.ccd", "list ."}) {
+        EXPECT_EQ(run(arguments), 1) << arguments;
+        EXPECT_NE(output + errors, "") << arguments;
+    }
+}
+
+TEST_F(OrxdefTool, noticesThatItsOutputIsLost) {
+    EXPECT_EQ(run("schema >/dev/full 2>lost; echo $? >status; true"), 0);
+    EXPECT_EQ(test::contentOf(folder.file("status")), "1\n");
+}
+
 }  // namespace
 }  // namespace orx::orxdef
