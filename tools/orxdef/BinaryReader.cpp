@@ -170,7 +170,8 @@ class Reader {
             const auto offset = static_cast<std::size_t>(begin - used.begin());
             const auto bytes = image.substr(offset, static_cast<std::size_t>(end - begin));
             const bool isLast = end == used.end();
-            if (!bytes.empty() && (isLast || bytes.find_first_not_of('\0') != bytes.npos))
+            if (!bytes.empty() &&
+                (isLast || bytes.find_first_not_of('\0') != std::string_view::npos))
                 set.fillers.push_back({placeOf(offset), offset, std::string(bytes)});
             begin = end;
         }

@@ -33,7 +33,8 @@ bool hasMagic(std::string_view content) {
 /// No TOML holds a zero byte, and no binary file is without one.
 bool isBinary(const std::string& path, std::string_view content) {
     if (path.ends_with(".toml")) return false;
-    return path.ends_with(".ccd") || hasMagic(content) || content.find('\0') != content.npos;
+    return path.ends_with(".ccd") || hasMagic(content) ||
+           content.find('\0') != std::string_view::npos;
 }
 
 /// The binary file at `path`, if it is one that can be read.

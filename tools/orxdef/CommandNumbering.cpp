@@ -9,6 +9,7 @@ namespace {
 
 std::vector<ListedCommand> wholeVocabulary() {
     std::vector<ListedCommand> list;
+    list.reserve(vocabulary.size());
     std::uint16_t number = 0;
     for (const auto& entry : vocabulary)
         list.push_back({{}, ++number, std::string(entry.keyword)});

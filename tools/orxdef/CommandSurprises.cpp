@@ -94,7 +94,7 @@ class Finder {
 
     void findType(const ArgumentDescriptor& argument) {
         constexpr std::string_view types = "ABDIX";
-        if (types.find(static_cast<char>(argument.type)) == types.npos)
+        if (types.find(static_cast<char>(argument.type)) == std::string_view::npos)
             add(Severity::warning, argument.place,
                 name(argument) + " has the unknown type " +
                     quoted(std::string(1, static_cast<char>(argument.type))) +
@@ -103,7 +103,7 @@ class Finder {
             add(Severity::error, argument.place,
                 name(argument) + " is a decimal number, which type " +
                     quoted(std::string(1, static_cast<char>(argument.type))) +
-                    " cannot read: \".5\" ends the daemon; use type \"D\"");
+                    R"( cannot read: ".5" ends the daemon; use type "D")");
         if (argument.type == 'D' && argument.digits() == 0)
             add(Severity::note, argument.place,
                 name(argument) + " has no digits ahead of the point: it is sent with " +

@@ -44,9 +44,9 @@ struct ArgumentDescriptor {
     std::uint8_t type = 'A';  ///< 'A', 'B', 'D', 'I' or 'X'; any other is sent as plain decimal
 
     /// Type 'D': digits after the decimal point.
-    [[nodiscard]] int decimals() const noexcept { return len >> 4U; }
+    [[nodiscard]] int decimals() const noexcept { return len / 16; }
     /// Type 'D': digits ahead of the decimal point; with 0 the number has neither sign nor filling.
-    [[nodiscard]] int digits() const noexcept { return len & 0x0FU; }
+    [[nodiscard]] int digits() const noexcept { return len % 16; }
 };
 
 /// The parity of a serial line, with its code in the binary file; other codes mean none.

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <ostream>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -33,8 +34,10 @@ std::string tableText(const std::vector<Row>& rows) {
 
 /// 8N1 and the like; codes without a meaning show as they count.
 std::string frameText(const LineSettings& line) {
-    const auto parity = line.parity == Parity::odd ? "O" : line.parity == Parity::even ? "E" : "N";
-    return std::to_string(line.bytesize) + parity + std::to_string(line.stopbits);
+    const std::string_view parity = line.parity == Parity::odd    ? "O"
+                                    : line.parity == Parity::even ? "E"
+                                                                  : "N";
+    return std::to_string(line.bytesize).append(parity).append(std::to_string(line.stopbits));
 }
 
 std::string checksumText(Checksum checksum) {

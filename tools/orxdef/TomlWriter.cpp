@@ -64,7 +64,7 @@ bool isPlain(const NamedCommand& command) {
     std::size_t pos = 0;
     for (const auto& argument : command.arguments) {
         if (argument.number != ++number || argument.pos < pos || argument.min > argument.max ||
-            types.find(static_cast<char>(argument.type)) == types.npos)
+            types.find(static_cast<char>(argument.type)) == std::string_view::npos)
             return false;
         pos = argument.pos;
     }
