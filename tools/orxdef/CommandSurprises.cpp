@@ -125,9 +125,8 @@ class Finder {
         if (argument.type == 'A' && argument.min < 0 && argument.len > shortestNegative &&
             !isSigned)
             add(Severity::warning, argument.place,
-                name(argument) +
-                    " can be negative, and type \"A\" fills with zeros ahead of the "
-                    "sign: 0-1; use type \"B\"");
+                name(argument) + R"( can be negative, and type "A" fills with zeros ahead of the )"
+                                 R"(sign: 0-1; use type "B")");
         if (argument.type == 'X' && argument.min < 0)
             add(Severity::warning, argument.place,
                 name(argument) +

@@ -51,15 +51,21 @@ std::string alternatives(std::span<const std::string_view> names) {
     return text;
 }
 
+/// Only those are measured whose length leaves them a chance: a damaged file names thousands.
 std::optional<std::string_view> nearestKeyword(std::string_view name) {
     if (const auto keyword = keywordFor(name); !keyword.empty()) return keyword;
-    const auto distance = [name](const VocabularyEntry& entry) {
-        return editDistance(name, entry.keyword);
-    };
-    const auto& nearest = *std::ranges::min_element(vocabulary, {}, distance);
     const auto allowed = std::max<std::size_t>(1, name.size() / 3);
-    if (distance(nearest) > allowed) return std::nullopt;
-    return nearest.keyword;
+    std::optional<std::string_view> nearest;
+    auto tooFar = allowed + 1;
+    for (const auto& entry : vocabulary) {
+        const auto [shorter, longer] = std::minmax({name.size(), entry.keyword.size()});
+        if (longer - shorter >= tooFar) continue;
+        const auto distance = editDistance(name, entry.keyword);
+        if (distance >= tooFar) continue;
+        tooFar = distance;
+        nearest = entry.keyword;
+    }
+    return nearest;
 }
 
 }  // namespace orx::orxdef
