@@ -14,5 +14,10 @@ install(CODE "
 
 if(TARGET orxdef)
     install(TARGETS orxdef RUNTIME DESTINATION bin)
-    install(FILES ${PROJECT_BINARY_DIR}/orx.ccd DESTINATION lib)
+    install(FILES ${ORX_DEFINITION_FILE} DESTINATION lib)
+    install(FILES ${PROJECT_SOURCE_DIR}/definitions/orx-definition.schema.json
+            DESTINATION share/orx)
+endif()
+if(TARGET orxsim)
+    install(TARGETS orxsim RUNTIME DESTINATION bin)
 endif()

@@ -37,9 +37,8 @@ std::vector<std::string> requests(const std::string& name, const ModelCommand& c
     if (command.arguments.empty()) return {name};
     using Descriptor = orx::orxdef::ArgumentDescriptor;
     return {name, name + words(command, [](const Descriptor& each) { return each.min; }),
-            name + words(command, [](const Descriptor& each) {
-                return std::midpoint(each.min, each.max);
-            }),
+            name + words(command,
+                         [](const Descriptor& each) { return std::midpoint(each.min, each.max); }),
             name + words(command, [](const Descriptor& each) { return each.max; })};
 }
 

@@ -7,7 +7,7 @@ run(${CMAKE_COMMAND} --install ${BUILD} --prefix ${prefix})
 
 set(files bin/orx etc/orx.cfg)
 if(WITH_TOOLS)
-    list(APPEND files bin/orxdef lib/orx.ccd)
+    list(APPEND files bin/orxdef bin/orxsim lib/orx.ccd share/orx/orx-definition.schema.json)
 endif()
 foreach(file IN LISTS files)
     expect(EXISTS ${prefix}/${file} AND NOT IS_DIRECTORY ${prefix}/${file})
