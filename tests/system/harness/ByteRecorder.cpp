@@ -73,6 +73,11 @@ void ByteRecorder::waitUntil(const Condition& condition, const std::string& what
     throw std::runtime_error("waited in vain for " + what + "; there was:\n" + recorded);
 }
 
+void ByteRecorder::waitForMore(std::size_t known, std::chrono::milliseconds atMost) const {
+    std::unique_lock lock(mutex);
+    changed.wait_for(lock, atMost, [&] { return ended || recorded.size() > known; });
+}
+
 void ByteRecorder::waitForEnd() const {
     std::unique_lock lock(mutex);
     changed.wait_for(lock, patience, [this] { return ended; });

@@ -2,6 +2,7 @@
 // has to wait for the test.
 #pragma once
 
+#include <chrono>
 #include <condition_variable>
 #include <functional>
 #include <mutex>
@@ -30,6 +31,9 @@ class ByteRecorder {
     /// Waits until the bytes are as `condition` wants them. Throws, naming `what` and showing the
     /// bytes, when they end before or patience does.
     void waitUntil(const Condition& condition, const std::string& what) const;
+
+    /// Waits until there are more than `known` bytes; `atMost` so long, which is no mistake.
+    void waitForMore(std::size_t known, std::chrono::milliseconds atMost) const;
 
     /// Waits until the other side has closed and all bytes are here.
     void waitForEnd() const;

@@ -1,44 +1,19 @@
 #include "system/harness/Daemon.h"
 
-#include <csignal>
-#include <fcntl.h>
 #include <filesystem>
-#include <poll.h>
 #include <regex>
 #include <sstream>
-#include <stdexcept>
-#include <sys/syscall.h>
-#include <sys/wait.h>
-#include <unistd.h>
-
-#include <gtest/gtest.h>
-
-#include "system/harness/Spawn.h"
-#include "system/harness/Waiting.h"
 
 namespace orx::test {
 namespace {
 
-struct Pipe {
-    FileDescriptor reading;
-    FileDescriptor writing;
-};
-
-Pipe makePipe() {
-    std::array<int, 2> ends{};
-    if (::pipe2(ends.data(), O_CLOEXEC) != 0) throw std::runtime_error("no pipe to be had");
-    return {FileDescriptor(ends[0]), FileDescriptor(ends[1])};
-}
-
-/// A descriptor that becomes readable when the process ends. The header of the library's own
-/// wrapper is of no use to C++ everywhere.
-FileDescriptor openHandle(pid_t process) {
-    return FileDescriptor(static_cast<int>(::syscall(SYS_pidfd_open, process, 0)));
-}
-
-std::string describeEnding(int status) {
-    if (WIFSIGNALED(status)) return "signal " + std::to_string(WTERMSIG(status));
-    return "exit status " + std::to_string(WEXITSTATUS(status));
+ChildStart startOf(const std::string& prefix, const Launch& launch) {
+    ChildStart start{.command = {ORX_EXECUTABLE},
+                     .environment = {"ORX_TEST_PREFIX=" + prefix},
+                     .sessionLeader = launch.sessionLeader,
+                     .closedDescriptors = launch.closedDescriptors};
+    start.command.insert(start.command.end(), launch.arguments.begin(), launch.arguments.end());
+    return start;
 }
 
 std::size_t find(const std::string& console, const std::string& line, std::size_t from) {
@@ -52,38 +27,12 @@ std::size_t find(const std::string& console, const std::string& line, std::size_
 
 }  // namespace
 
-Daemon::Daemon(const std::string& prefix, const Launch& launch) {
-    auto output = makePipe();
-    auto error = makePipe();
-    const FileDescriptor input(::open("/dev/null", O_RDONLY | O_CLOEXEC));
-    Spawn wanted{.command = {ORX_EXECUTABLE},
-                 .environment = {"ORX_TEST_PREFIX=" + prefix},
-                 .standardDescriptors = {input.get(), output.writing.get(), error.writing.get()},
-                 .sessionLeader = launch.sessionLeader};
-    wanted.command.insert(wanted.command.end(), launch.arguments.begin(), launch.arguments.end());
-    for (const int closed : launch.closedDescriptors)
-        wanted.standardDescriptors.at(static_cast<std::size_t>(closed)) = FileDescriptor::none;
-    process = spawn(wanted);
-    processHandle = openHandle(process);
-    consoleOutput = std::move(output.reading);
-    errorOutput = std::move(error.reading);
-    console = std::make_unique<ByteRecorder>(consoleOutput.get());
-    errors = std::make_unique<ByteRecorder>(errorOutput.get());
-}
-
-Daemon::~Daemon() {
-    if (!hasEnded()) {
-        ::kill(process, SIGKILL);
-        reap();
-    }
-    errors->waitForEnd();
-    if (errorsExpected) return;
-    EXPECT_EQ(errors->bytes(), "") << "on standard error";
-}
+Daemon::Daemon(const std::string& prefix, const Launch& launch)
+    : process(startOf(prefix, launch)) {}
 
 std::size_t Daemon::waitForLine(const std::string& line, std::size_t from) const {
     std::size_t behind = std::string::npos;
-    console->waitUntil(
+    process.output().waitUntil(
         [&](const std::string& bytes) {
             behind = find(bytes, line, from);
             return behind != std::string::npos;
@@ -94,7 +43,7 @@ std::size_t Daemon::waitForLine(const std::string& line, std::size_t from) const
 
 std::size_t Daemon::waitForText(const std::string& text, std::size_t from) const {
     std::size_t end = std::string::npos;
-    console->waitUntil(
+    process.output().waitUntil(
         [&](const std::string& bytes) {
             const auto start = bytes.find(text, from);
             end = start != std::string::npos ? bytes.find('\n', start) : start;
@@ -106,7 +55,7 @@ std::size_t Daemon::waitForText(const std::string& text, std::size_t from) const
 
 std::vector<std::string> Daemon::lines(std::size_t from) const {
     std::vector<std::string> complete;
-    std::istringstream text(console->bytes().substr(from));
+    std::istringstream text(process.output().bytes().substr(from));
     for (std::string line; std::getline(text, line) && !text.eof();)
         complete.push_back(line);
     return complete;
@@ -122,37 +71,6 @@ std::vector<std::string> Daemon::socketNumbers() const {
     return numbers;
 }
 
-bool Daemon::hasEnded() {
-    pollfd handle{processHandle.get(), POLLIN, 0};
-    if (ending.empty() && ::poll(&handle, 1, 0) > 0) reap();
-    return !ending.empty();
-}
-
-void Daemon::reap() {
-    int status = 0;
-    ::waitpid(process, &status, 0);
-    ending = describeEnding(status);
-}
-
-std::string Daemon::waitForEnd() {
-    pollfd handle{processHandle.get(), POLLIN, 0};
-    if (ending.empty() && ::poll(&handle, 1, patienceMs) <= 0) {
-        throw std::runtime_error("the daemon does not end; its console:\n" + console->bytes());
-    }
-    if (ending.empty()) reap();
-    if (console) console->waitForEnd();
-    return ending;
-}
-
-void Daemon::signal(int number) const {
-    ::kill(process, number);
-}
-
-void Daemon::closeConsole() {
-    console.reset();
-    consoleOutput.close();
-}
-
 std::size_t Daemon::threadCount() const {
     return countEntries("task");
 }
@@ -162,7 +80,7 @@ std::size_t Daemon::descriptorCount() const {
 }
 
 std::size_t Daemon::countEntries(const std::string& folder) const {
-    const std::filesystem::path path = "/proc/" + std::to_string(process) + "/" + folder;
+    const std::filesystem::path path = "/proc/" + std::to_string(process.id()) + "/" + folder;
     std::size_t count = 0;
     for ([[maybe_unused]] const auto& entry : std::filesystem::directory_iterator(path))
         ++count;

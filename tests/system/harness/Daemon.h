@@ -1,16 +1,11 @@
-// A running daemon: the real executable in a process of its own.
-//
-// What it writes to standard output is its console. Standard error must stay empty, which also
-// catches what a sanitizer has to say, unless a test says that text is expected there.
+// A running daemon: the real executable in a process of its own. What it writes to standard output
+// is its console; standard error must stay empty, unless a test says that text is expected there.
 #pragma once
 
-#include <memory>
 #include <string>
-#include <sys/types.h>
 #include <vector>
 
-#include "core/FileDescriptor.h"
-#include "system/harness/ByteRecorder.h"
+#include "system/harness/ChildProcess.h"
 
 namespace orx::test {
 
@@ -23,12 +18,9 @@ struct Launch {
 
 class Daemon {
   public:
-    /// Starts the daemon on the installation below `prefix`.
+    /// Starts the daemon on the installation below `prefix`. It is killed at the end where it still
+    /// runs.
     explicit Daemon(const std::string& prefix, const Launch& launch = {});
-    Daemon(const Daemon&) = delete;
-    Daemon& operator=(const Daemon&) = delete;
-    /// Kills the daemon where it still runs.
-    ~Daemon();
 
     /// Waits for a console line that is exactly `line`, at place `from` of the console or behind
     /// it; gives the place behind that line. Throws, showing the console, where it does not come.
@@ -38,7 +30,7 @@ class Daemon {
     std::size_t waitForText(const std::string& text, std::size_t from = 0) const;
 
     /// The place behind all of the console up to now.
-    [[nodiscard]] std::size_t place() const { return console->size(); }
+    [[nodiscard]] std::size_t place() const { return process.output().size(); }
 
     /// The complete console lines up to now, from place `from` on.
     [[nodiscard]] std::vector<std::string> lines(std::size_t from = 0) const;
@@ -48,34 +40,26 @@ class Daemon {
 
     /// Waits until the process has ended and all of its console is here; gives "exit status 0",
     /// "signal 6" and the like.
-    std::string waitForEnd();
+    std::string waitForEnd() { return process.waitForEnd(); }
 
-    [[nodiscard]] bool hasEnded();
+    [[nodiscard]] bool hasEnded() { return process.hasEnded(); }
 
     /// Sends the process a signal.
-    void signal(int number) const;
+    void signal(int number) const { process.signal(number); }
 
     /// Text on standard error is no mistake from now on: an abnormal end explains itself there.
-    void expectErrorText() { errorsExpected = true; }
+    void expectErrorText() { process.expectErrorText(); }
 
     /// Closes the reading end of standard output, as a terminal does that goes away.
-    void closeConsole();
+    void closeConsole() { process.closeOutput(); }
 
     [[nodiscard]] std::size_t threadCount() const;
     [[nodiscard]] std::size_t descriptorCount() const;
 
   private:
-    void reap();
     [[nodiscard]] std::size_t countEntries(const std::string& folder) const;
 
-    FileDescriptor consoleOutput;
-    FileDescriptor errorOutput;
-    pid_t process = -1;
-    FileDescriptor processHandle;
-    std::unique_ptr<ByteRecorder> console;
-    std::unique_ptr<ByteRecorder> errors;
-    std::string ending;
-    bool errorsExpected = false;
+    ChildProcess process;
 };
 
 }  // namespace orx::test

@@ -16,10 +16,15 @@ double secondsOfDay(const std::string& line) {
 
 /// The daemon rewrites its log with every message, which on a busy disk can take seconds a line; so
 /// the files are kept in memory where the system has a place for that.
-TemporaryFolder folderInMemory() {
+bool chooseMemory() {
     constexpr const char* inMemory = "/dev/shm";
     constexpr int unlessChosen = 0;
-    if (::access(inMemory, W_OK) == 0) ::setenv("TMPDIR", inMemory, unlessChosen);
+    return ::access(inMemory, W_OK) == 0 && ::setenv("TMPDIR", inMemory, unlessChosen) == 0;
+}
+
+TemporaryFolder folderInMemory() {
+    // Once only: a test may lay out several installations on threads of its own.
+    [[maybe_unused]] static const bool chosen = chooseMemory();
     return {};
 }
 

@@ -1,0 +1,137 @@
+// Any story of the lens: wherever it comes to rest, STATUS says where the motors stand.
+//
+// ORX_SEQUENCES says how many random stories are told, ORX_SEED with which seed they begin.
+#include <array>
+#include <atomic>
+#include <cstdlib>
+#include <iostream>
+#include <mutex>
+#include <thread>
+#include <vector>
+
+#include <gmock/gmock.h>
+
+#include "system/simulated/LensSequence.h"
+#include "system/simulated/SequenceRun.h"
+#include "system/simulated/Shrink.h"
+
+namespace orx::test {
+namespace {
+
+int numberFromEnvironment(const char* name, int otherwise) {
+    const char* text = std::getenv(name);
+    return text != nullptr ? std::stoi(text) : otherwise;
+}
+
+/// What all sequences together have shown.
+struct Tally {
+    int sequences = 0;
+    int commands = 0;
+    int comparisons = 0;
+    int lineCommands = 0;
+    StepsInFlight inFlight;
+
+    void add(const LensSequence& sequence, const SequenceOutcome& outcome) {
+        ++sequences;
+        commands += static_cast<int>(sequence.steps.size());
+        comparisons += outcome.comparisons;
+        lineCommands += outcome.lineCommands;
+        inFlight.resets += outcome.inFlight.resets;
+        inFlight.differences += outcome.inFlight.differences;
+        inFlight.contacts += outcome.inFlight.contacts;
+    }
+
+    void print() const {
+        std::cout << sequences << " sequences, " << commands << " commands, " << lineCommands
+                  << " commands on the line, " << comparisons << " comparisons at rest; "
+                  << inFlight.resets << " resets in mid-move, which left " << inFlight.differences
+                  << " differences of 1 and " << inFlight.contacts << " end stop contacts\n";
+    }
+};
+
+/// A sequence that fails, made as short as it goes. What depends on the moment may need more than
+/// one attempt.
+std::string describeFailure(const LensSequence& sequence, const std::string& violation,
+                            int channel) {
+    constexpr int attempts = 3;
+    auto shorter = sequence;
+    auto last = violation;
+    shorter.steps = shrink(sequence.steps, [&](const std::vector<SequenceStep>& steps) {
+        auto candidate = sequence;
+        candidate.steps = steps;
+        for (int attempt = 0; attempt < attempts; ++attempt) {
+            const auto again = play(candidate, channel).violation;
+            if (!again.empty()) last = again;
+            if (!again.empty()) return true;
+        }
+        return false;
+    });
+    return "seed " + std::to_string(sequence.seed) + " fails: " + violation +
+           "\nthe shortest part that fails: " + last + "\n" + shorter.text();
+}
+
+class Sequences {
+  public:
+    Sequences(int firstSeed, int sequenceCount) : next(firstSeed), end(firstSeed + sequenceCount) {}
+
+    /// Plays them all, several daemons side by side: most of the time each of them waits.
+    void playAll() {
+        constexpr int sideBySide = 8;
+        std::vector<std::thread> threads;
+        for (int channel = 0; channel < sideBySide; ++channel)
+            threads.emplace_back([this, channel] { playSome(channel); });
+        for (auto& thread : threads)
+            thread.join();
+    }
+
+    [[nodiscard]] const Tally& tally() const { return shown; }
+    [[nodiscard]] const std::vector<std::string>& failures() const { return failed; }
+
+  private:
+    /// Ends at the first failure, which all that follow would only repeat.
+    void playSome(int channel) {
+        for (int seed = next++; seed < end && !anyFailed; seed = next++) {
+            const auto sequence = randomSequence(static_cast<std::uint64_t>(seed));
+            const auto outcome = play(sequence, channel);
+            const bool first = !outcome.violation.empty() && !anyFailed.exchange(true);
+            const auto failure =
+                first ? describeFailure(sequence, outcome.violation, channel) : std::string();
+            const std::lock_guard lock(mutex);
+            shown.add(sequence, outcome);
+            if (first) failed.push_back(failure);
+        }
+    }
+
+    std::atomic<int> next;
+    const int end;
+    std::atomic<bool> anyFailed = false;
+    std::mutex mutex;
+    Tally shown;
+    std::vector<std::string> failed;
+};
+
+TEST(SimulatedLens, StandsWhereTheStatusSaysAfterAnyCommands) {
+    constexpr int usually = 50;
+    const int count = numberFromEnvironment("ORX_SEQUENCES", usually);
+    Sequences sequences(numberFromEnvironment("ORX_SEED", 1), count);
+    sequences.playAll();
+    sequences.tally().print();
+    for (const auto& failure : sequences.failures())
+        ADD_FAILURE() << failure;
+    if (HasFailure()) return;
+    EXPECT_EQ(sequences.tally().sequences, count);
+    EXPECT_GT(sequences.tally().comparisons, count * 10);
+}
+
+TEST(SimulatedLens, StoriesShrinkToWhatFails) {
+    const std::vector<int> numbers{1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13};
+    const auto fails = [](const std::vector<int>& some) {
+        const testing::Matcher<const std::vector<int>&> both =
+            testing::AllOf(testing::Contains(3), testing::Contains(11));
+        return testing::Value(some, both);
+    };
+    EXPECT_THAT(shrink(numbers, fails), testing::ElementsAre(3, 11));
+}
+
+}  // namespace
+}  // namespace orx::test
