@@ -18,8 +18,6 @@ namespace format = definition_format;
 /// The most that a 16-bit field can say.
 constexpr std::size_t greatestWord = std::numeric_limits<std::uint16_t>::max();
 constexpr std::size_t greatestDescriptorCount = std::numeric_limits<std::uint8_t>::max();
-/// Blocks are found by 16-bit offsets, and none may reach beyond the last byte these name.
-constexpr std::size_t greatestBlockEnd = greatestWord + 1;
 
 std::string commandList(const DefinitionSet& set) {
     namespace entry = format::command_entry;

@@ -4,12 +4,11 @@
 #include <array>
 #include <nlohmann/json.hpp>
 #include <ostream>
-#include <stdexcept>
 #include <string_view>
 
 #include "orxdef/BinaryReader.h"
 #include "orxdef/BinaryWriter.h"
-#include "orxdef/Files.h"
+#include "orxdef/FileContents.h"
 #include "orxdef/Surprises.h"
 #include "orxdef/TomlReader.h"
 #include "projector/DefinitionFormat.h"
@@ -37,22 +36,30 @@ bool isBinary(const std::string& path, std::string_view content) {
            content.find('\0') != std::string_view::npos;
 }
 
-/// The binary file at `path`, if it is one that can be read.
-bool isBinaryFile(const std::string& path) {
-    try {
-        return isBinary(path, readFile(path));
-    } catch (const std::runtime_error&) {
-        return path.ends_with(".ccd");
-    }
+/// Of a file that cannot be read at all there is nothing more to say.
+void findSurprisesIf(bool isReadable, const DefinitionSet& definitions, Mistakes& mistakes) {
+    if (isReadable || !definitions.models.empty()) findSurprises(definitions, mistakes);
 }
 
-/// The definitions of the files in `mistakes`; they are worth a closer look if nothing is mistaken.
-DefinitionSet read(Mistakes& mistakes) {
-    std::string image;
-    if (isBinaryFile(mistakes.fileName(0))) return readBinaryFile(mistakes, image);
-    auto definitions = readToml(mistakes);
+/// Each binary file by itself, all files of TOML together.
+void checkFiles(Mistakes& mistakes) {
+    auto contents = readFiles(mistakes);
+    bool hasText = false;
+    for (std::size_t file = 0; file < contents.size(); ++file) {
+        auto& content = contents[file];
+        const bool isText = content && !isBinary(mistakes.fileName(file), *content);
+        hasText = hasText || isText;
+        if (!content || isText) continue;
+        const auto before = mistakes.count();
+        const auto definitions = readBinary(*content, file, mistakes);
+        findSurprisesIf(mistakes.count() == before, definitions, mistakes);
+        content.reset();
+    }
+    if (!hasText) return;
+    const auto before = mistakes.count();
+    const auto definitions = parseToml(contents, mistakes);
     static_cast<void>(binaryImage(definitions, mistakes));
-    return definitions;
+    findSurprisesIf(mistakes.count() == before, definitions, mistakes);
 }
 
 nlohmann::ordered_json asJson(const Mistake& mistake, const Mistakes& mistakes) {
@@ -97,9 +104,7 @@ void printText(const Mistakes& mistakes, std::ostream& output) {
 
 int check(const std::vector<std::string>& paths, CheckFormat format, std::ostream& output) {
     Mistakes mistakes(paths);
-    const auto definitions = read(mistakes);
-    // Of a file that cannot be read at all there is nothing more to say.
-    if (mistakes.empty() || !definitions.models.empty()) findSurprises(definitions, mistakes);
+    checkFiles(mistakes);
     if (format == CheckFormat::json)
         printJson(mistakes, output);
     else

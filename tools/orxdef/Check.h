@@ -9,10 +9,9 @@ namespace orx::orxdef {
 
 enum class CheckFormat { text, json };
 
-/// Checks the definition file, or the definitions in TOML, at `paths`: one binary file, or one or
-/// more files of TOML that are compiled together. Which of the two a file is, its name and its
-/// first bytes tell. Everything that is found goes to `output`, one line each with its place, or as
-/// one JSON object:
+/// Checks the definitions at `paths`: each binary file by itself, and all files of TOML together,
+/// as they are compiled. Which of the two a file is, its name and its first bytes tell. Everything
+/// that is found goes to `output`, one line each with its place, or as one JSON object:
 ///
 ///   { "findings": [ { "severity": "error", "file": F, "line": N, "column": N, "message": M } ],
 ///     "errors": N, "warnings": N, "notes": N }

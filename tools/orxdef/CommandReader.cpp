@@ -171,7 +171,8 @@ CommandEntries readCommand(const toml::key& keyword, const toml::node& value,
     const auto name = keyword.str();
     const auto id = numbering.find(name);
     if (!id) report.add(keyword.source(), unknownCommand(name));
-    if (isModelKey(name)) return {};
+    // Its value is not that of a command, of which there is nothing to say.
+    if (!id && isModelKey(name)) return {};
     return Reader(keyword, id.value_or(0), report).read(value);
 }
 

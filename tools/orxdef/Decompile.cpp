@@ -27,9 +27,9 @@ int decompile(const std::string& path, std::ostream& output, std::ostream& error
         return 1;
     }
     const auto text = tomlText(definitions);
-    // A file may use its bytes in ways that no definition asks for, one entry within another.
+    // No such file is known; but what is given back has to be right, or nothing.
     if (!compilesTo(image, text)) {
-        errors << path << ": its entries overlap in a way that TOML cannot say\n";
+        errors << path << ": the TOML for it would not compile to the same bytes\n";
         return 1;
     }
     output << text;

@@ -73,6 +73,12 @@ struct LineSettings {
     std::uint8_t bytesize = 8;             ///< bits a character, 5 to 8
     std::uint8_t stopbits = 1;             ///< 1 or 2; the file has room for 15
     Parity parity = Parity::none;
+
+    /// The bits that a character really has: sizes that no line has count as 8.
+    [[nodiscard]] int characterSize() const noexcept {
+        constexpr int usual = 8;
+        return bytesize >= 5 && bytesize < usual ? bytesize : usual;
+    }
 };
 
 /// One projector model. Where its block stands, and how long it is, follow from what comes before

@@ -8,6 +8,7 @@
 #include "core/Text.h"
 #include "orxdef/BinaryReader.h"
 #include "orxdef/DaemonCommands.h"
+#include "orxdef/Files.h"
 #include "orxdef/Wording.h"
 #include "projector/ProjectorDefinitionFile.h"
 
@@ -44,8 +45,8 @@ void refuseDropped(const EncodeRequest& request, const Command& command) {
 }
 
 /// The names of all models in the file, for somebody who has mistyped one.
-std::string modelNames(const std::string& path) {
-    Mistakes mistakes({path});
+std::string modelNames(const SeekableFile& file) {
+    Mistakes mistakes({file.path()});
     std::string image;
     std::string names;
     for (const auto& model : readBinaryFile(mistakes, image).models)
@@ -53,11 +54,20 @@ std::string modelNames(const std::string& path) {
     return names.empty() ? "none" : names;
 }
 
+SeekableFile seekable(const std::string& path) {
+    try {
+        return SeekableFile(path);
+    } catch (const std::runtime_error& error) {
+        throw Refusal(path + ": " + error.what());
+    }
+}
+
 std::shared_ptr<Projector> loadModel(const EncodeRequest& request) {
-    ProjectorDefinitionFile file(request.definitionFile);
-    if (auto projector = file.projector(request.model)) return projector;
+    const auto file = seekable(request.definitionFile);
+    if (auto projector = ProjectorDefinitionFile(file.path()).projector(request.model))
+        return projector;
     throw Refusal("no model " + quoted(request.model) + " in " + request.definitionFile +
-                  "; it has " + modelNames(request.definitionFile));
+                  "; it has " + modelNames(file));
 }
 
 std::string bytesFor(const EncodeRequest& request) {

@@ -7,6 +7,7 @@
 #include <fcntl.h>
 #include <filesystem>
 #include <stdexcept>
+#include <sys/mman.h>
 #include <sys/stat.h>
 #include <system_error>
 #include <unistd.h>
@@ -33,6 +34,11 @@ std::size_t checked(ssize_t count) {
     return static_cast<std::size_t>(count);
 }
 
+void writeAll(const FileDescriptor& file, std::string_view content) {
+    while (!content.empty())
+        content.remove_prefix(checked(::write(file.get(), content.data(), content.size())));
+}
+
 /// A file under a name of its own beside its target, removed again unless it took the target's
 /// place.
 class TemporaryFile {
@@ -47,10 +53,7 @@ class TemporaryFile {
         if (!path.empty()) ::unlink(path.c_str());
     }
 
-    void write(std::string_view content) {
-        while (!content.empty())
-            content.remove_prefix(checked(::write(file.get(), content.data(), content.size())));
-    }
+    void write(std::string_view content) { writeAll(file, content); }
 
     void allow(mode_t permissions) {
         if (::fchmod(file.get(), permissions) != 0) fail();
@@ -101,6 +104,17 @@ std::string readFile(const std::string& path) {
     while (const auto count = checked(::read(file.get(), piece.data(), piece.size())))
         content.append(piece.data(), count);
     return content;
+}
+
+SeekableFile::SeekableFile(const std::string& path) : name(path) {
+    std::error_code missing;
+    const auto status = fs::status(path, missing);
+    if (path != "-" && (!fs::exists(status) || fs::is_regular_file(status))) return;
+    const auto content = readFile(path);
+    copy = FileDescriptor(::memfd_create("copy", MFD_CLOEXEC));
+    if (!copy.isOpen()) fail();
+    writeAll(copy, content);
+    name = "/proc/self/fd/" + std::to_string(copy.get());
 }
 
 void replaceFile(const std::string& path, std::string_view content) {

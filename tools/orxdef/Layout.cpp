@@ -67,9 +67,11 @@ void removeUsualLayout(DefinitionSet& definitions) {
     auto next = layout.projectorListOffset + layout.projectorListLength;
     for (std::size_t index = 0; index < definitions.models.size(); ++index) {
         auto& model = definitions.models[index];
-        forgetUsual(model.blockOffset, next);
+        const auto& block = layout.blocks[index];
+        if (block.offset + blockSize(model) <= greatestBlockEnd)
+            forgetUsual(model.blockOffset, next);
         forgetUsual(model.blockLength, blockSize(model));
-        next = layout.blocks[index].offset + layout.blocks[index].length;
+        next = block.offset + block.length;
     }
 }
 

@@ -9,6 +9,10 @@
 
 namespace orx::orxdef {
 
+/// Blocks are found by 16-bit offsets; none that is given its place here reaches beyond the last
+/// byte which these name.
+inline constexpr std::size_t greatestBlockEnd = 65536;
+
 /// What the projector list says of a block.
 struct BlockExtent {
     std::size_t offset;

@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "commands/Vocabulary.h"
+#include "core/Text.h"
 #include "orxdef/Surprises.h"
 #include "orxdef/Wording.h"
 #include "projector/DefinitionFormat.h"
@@ -47,6 +48,7 @@ class Finder {
         findHeader();
         findCommandList();
         findModelNames();
+        findSharedBlocks();
         for (const auto& model : definitions.models)
             findEntries(model);
     }
@@ -99,13 +101,27 @@ class Finder {
             if (novelty == Names::Novelty::differsInCase)
                 warn(model.place,
                      "models " + quoted(other) + " and " + name + " differ in letter case only");
-            // A value in the configuration file can have neither, so no line there selects it.
-            if (model.name.empty() ||
-                std::isspace(static_cast<unsigned char>(model.name.front())) ||
-                std::isspace(static_cast<unsigned char>(model.name.back())))
+            if (!canBeConfigured(model.name))
                 warn(model.place, "model " + name +
-                                      " cannot be configured: its name is empty or "
-                                      "begins or ends with a blank");
+                                      " cannot be configured: its name is empty, begins or ends "
+                                      "with a blank, or has a line feed");
+        }
+    }
+
+    /// Whether a value in the configuration file can be `name`.
+    static bool canBeConfigured(const std::string& name) {
+        return !name.empty() && trim(name) == name && name.find('\n') == std::string::npos;
+    }
+
+    void findSharedBlocks() {
+        std::map<std::uint16_t, std::string> models;
+        for (const auto& model : definitions.models) {
+            if (!model.blockOffset) continue;
+            const auto [first, isNew] = models.emplace(*model.blockOffset, model.name);
+            if (!isNew)
+                mistakes.add(model.place,
+                             quoted(model.name) + " has the same block as " + quoted(first->second),
+                             Severity::note);
         }
     }
 

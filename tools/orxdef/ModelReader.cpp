@@ -4,6 +4,7 @@
 #include <array>
 #include <iterator>
 #include <limits>
+#include <set>
 #include <string>
 #include <string_view>
 
@@ -11,6 +12,7 @@
 #include "orxdef/ModelKeys.h"
 #include "orxdef/TableReader.h"
 #include "orxdef/VerbatimReader.h"
+#include "orxdef/Wording.h"
 
 namespace orx::orxdef {
 namespace {
@@ -67,13 +69,26 @@ std::vector<CommandEntries> readCommands(const TableReader& reader,
     return commands;
 }
 
-/// Brings the commands that `order` names to the front, in that order. Whether it names them all,
-/// and nothing else, is not asked: the rest stay in the order of their keywords.
+/// Brings the commands that `order` names to the front, in that order; the rest stay in the order
+/// of their keywords.
 void reorder(std::vector<CommandEntries>& commands, const std::vector<std::string>& order) {
     const auto rank = [&order](const CommandEntries& command) {
         return std::ranges::find(order, command.name) - order.begin();
     };
     std::ranges::stable_sort(commands, {}, rank);
+}
+
+/// Every name in `order` is that of another one of `commands`.
+void checkOrder(const std::vector<CommandEntries>& commands, const std::vector<std::string>& order,
+                const toml::table& verbatim, FileReport& report) {
+    std::set<std::string_view> named;
+    for (const auto& name : order) {
+        if (!named.insert(name).second)
+            report.add(*verbatim.get("order"), quoted(name) + " stands twice in order");
+        else if (std::ranges::find(commands, name, &CommandEntries::name) == commands.end())
+            report.add(*verbatim.get("order"),
+                       quoted(name) + " in order is not among the commands of the model");
+    }
 }
 
 /// Puts the entries of `commands` ahead of those that `model` has.
@@ -111,7 +126,11 @@ ModelDefinition readModel(const toml::table& table, const CommandNumbering& numb
     model.line = readLine(reader);
     model.checksum = static_cast<Checksum>(reader.choiceOr("checksum", checksumNames, 0));
     auto commands = readCommands(reader, numbering, report);
-    if (verbatim != nullptr) reorder(commands, readModelVerbatim(*verbatim, model, report));
+    if (verbatim != nullptr) {
+        const auto order = readModelVerbatim(*verbatim, model, report);
+        checkOrder(commands, order, *verbatim, report);
+        reorder(commands, order);
+    }
     prepend(commands, model);
     return model;
 }

@@ -50,12 +50,36 @@ class AxisFinder {
         if (!has(axis.resetCommand) && !hasAny(axis.fastResetCommands))
             add("cannot be reset, so it never knows its position: there is none of " +
                 quoted(axis.resetCommand) + ", " + alternatives(axis.fastResetCommands));
+        if (stepsUp && stepsDown && bytesOf(axis.stepUpCommand) == bytesOf(axis.stepDownCommand))
+            add("has the same bytes for " + quoted(axis.stepUpCommand) + " and " +
+                quoted(axis.stepDownCommand));
+        findSilentMoves();
     }
 
   private:
+    /// Positions are counted by commands, whatever these send.
+    void findSilentMoves() {
+        for (const auto keyword : {axis.stepUpCommand, axis.stepDownCommand, resetInUse()})
+            if (has(keyword) && bytesOf(keyword).empty())
+                add("is counted as moved by " + quoted(keyword) + ", which sends no bytes");
+    }
+
+    /// The command that a reset sends: the native one, else the first of the fast steps.
+    [[nodiscard]] std::string_view resetInUse() const {
+        if (has(axis.resetCommand)) return axis.resetCommand;
+        const auto* const fast = std::ranges::find_if(
+            axis.fastResetCommands, [this](auto keyword) { return has(keyword); });
+        return fast != axis.fastResetCommands.end() ? *fast : axis.resetCommand;
+    }
+
     [[nodiscard]] bool has(std::string_view keyword) const {
         const auto command = commands.find(keyword);
         return command != commands.end() && command->second.string != nullptr;
+    }
+
+    /// Of a command that there is.
+    [[nodiscard]] const std::string& bytesOf(std::string_view keyword) const {
+        return commands.find(keyword)->second.string->bytes;
     }
 
     [[nodiscard]] bool hasAny(const std::array<std::string_view, 3>& keywords) const {
@@ -101,11 +125,18 @@ void findLineSurprises(const ModelDefinition& model, Mistakes& mistakes) {
     warnUnless(model.checksum <= Checksum::sum8,
                "has the checksum kind " + std::to_string(static_cast<int>(model.checksum)) +
                    ", which counts as none");
+    if (model.checksum == Checksum::sum8 && line.characterSize() < 8)
+        add(Severity::note, "has a checksum of 8 bits, of which the line carries " +
+                                std::to_string(line.characterSize()));
     warnUnless(line.timeout <= greatestTimeout, "has a timeout of " + std::to_string(line.timeout) +
                                                     " ms; above 25599 it begins again at 0");
     if (line.timeout < msPerTenth)
         add(Severity::note, "has a timeout of " + std::to_string(line.timeout) +
                                 " ms; below 100 no answer is waited for");
+    else if (line.timeout <= greatestTimeout && line.timeout % msPerTenth != 0)
+        add(Severity::note, "has a timeout of " + std::to_string(line.timeout) +
+                                " ms, which counts as " +
+                                std::to_string(line.timeout / msPerTenth * msPerTenth));
 }
 
 void findLensSurprises(const ModelDefinition& model, const CommandTable& commands,

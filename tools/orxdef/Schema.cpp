@@ -53,15 +53,20 @@ Json arrayOf(const Json& items) {
     return {{"type", "array"}, {"items", items}};
 }
 
-/// Bytes as definitions write them. A backslash begins an escape; braces come in pairs or as the
-/// place of an argument.
-Json bytes(bool withPlaceholders) {
-    const std::string escape = R"(\\x[0-9A-Fa-f]{2}|\\[rnt\\])";
-    const std::string brace = R"(\{\{|\}\})";
-    const std::string placeholder = R"(\{[1-9][0-9]*\})";
-    const auto pieces = R"([^\\{}]|)" + escape + "|" + brace;
-    return {{"type", "string"},
-            {"pattern", "^(" + pieces + (withPlaceholders ? "|" + placeholder : "") + ")*$"}};
+/// Each byte as definitions write it: a backslash begins an escape, braces come in pairs.
+constexpr auto bytePattern = R"([^\\{}]|\\x[0-9A-Fa-f]{2}|\\[rnt\\]|\{\{|\}\})";
+constexpr auto placeholderPattern = R"(\{[1-9][0-9]*\})";
+
+Json repeated(const std::string& pattern, const std::string& count) {
+    return {{"type", "string"}, {"pattern", "^(" + pattern + ")" + count + "$"}};
+}
+
+Json bytes() {
+    return repeated(bytePattern, "*");
+}
+
+Json bytesWithPlaceholders() {
+    return repeated(std::string(bytePattern) + "|" + placeholderPattern, "*");
 }
 
 /// The argument types that are whole numbers.
@@ -81,8 +86,10 @@ Json decimalArgument() {
         {{"type", described({{"const", "D"}}, "Sign and decimal fraction.")},
          {"digits", described(integer(0, 15),
                               "Digits ahead of the point; 0: neither sign nor "
-                              "filling.")},
-         {"decimals", described(integer(0, 15), "Digits behind the point.")},
+                              "filling, and decimals counts the significant digits.")},
+         {"decimals", described(integer(0, 15),
+                                "Digits behind the point; 0: one more digit in place of the "
+                                "point.")},
          {"min", described(number(), "Lower values are sent as this one; in real units.")},
          {"max", described(number(), "Higher values are sent as this one; in real units.")}},
         {"type", "digits", "decimals", "min", "max"});
@@ -107,15 +114,19 @@ Json descriptor(bool withId) {
 }
 
 Json simpleCommand() {
-    return described(bytes(false),
-                     R"(The bytes to send, in single quotes: \xNN \r \n \t \\ {{ }}.)");
+    return described(bytes(), R"(The bytes to send, in single quotes: \xNN \r \n \t \\ {{ }}.)");
 }
 
-Json commandTable() {
-    return table({{"send", described(bytes(true),
-                                     "The bytes to send, with {1}, {2} where the "
-                                     "arguments stand.")},
-                  {"args", described(arrayOf(reference("argument")), "The first argument first.")},
+Json commandWithArguments() {
+    return table(
+        {{"send", described(bytesWithPlaceholders(),
+                            "The bytes to send, with {1}, {2} where the arguments stand.")},
+         {"args", described(arrayOf(reference("argument")), "The first argument first.")}},
+        {"send", "args"});
+}
+
+Json commandWithEntries() {
+    return table({{"send", described(bytes(), "The bytes to send.")},
                   {"verbatim", described(arrayOf(descriptor(false)),
                                          "Entries of the definition file in place of args.")}},
                  {"send"});
@@ -127,13 +138,13 @@ Json commands() {
         if (isForDaemon(entry.keyword)) continue;
         const bool hasArguments = entry.argumentKind != ArgumentKind::none;
         properties[std::string(entry.keyword)] = described(
-            reference("command"),
+            reference(hasArguments ? "command" : "commandWithoutArguments"),
             std::string(entry.symbolicName) +
                 (hasArguments
                      ? ", with " + std::string(*argumentKindOf(entry.keyword)) + " arguments"
                      : ", without arguments"));
     }
-    // With an own command list other names are possible too.
+    // Which other names there can be the whole document says.
     return {{"type", "object"},
             {"properties", properties},
             {"additionalProperties", reference("command")},
@@ -142,13 +153,13 @@ Json commands() {
 
 Json modelVerbatim() {
     return described(
-        table({{"name", bytes(false)},
+        table({{"name", bytes()},
                {"bytesize", anyOf<std::uint8_t>()},
                {"stopbits", integer(0, 15)},
                {"parity", integer(0, 15)},
                {"checksum", anyOf<std::uint8_t>()},
                {"order", arrayOf({{"type", "string"}})},
-               {"strings", arrayOf(table({{"id", anyOf<std::uint16_t>()}, {"bytes", bytes(false)}},
+               {"strings", arrayOf(table({{"id", anyOf<std::uint16_t>()}, {"bytes", bytes()}},
                                          {"id", "bytes"}))},
                {"descriptors", arrayOf(descriptor(true))},
                {"offset", anyOf<std::uint16_t>()},
@@ -157,11 +168,10 @@ Json modelVerbatim() {
 }
 
 Json fileVerbatim() {
-    const auto listed =
-        table({{"id", anyOf<std::uint16_t>()}, {"name", bytes(false)}}, {"id", "name"});
+    const auto listed = table({{"id", anyOf<std::uint16_t>()}, {"name", bytes()}}, {"id", "name"});
     const auto filler =
-        table({{"offset", integer(0, 1 << 20)}, {"bytes", bytes(false)}}, {"offset", "bytes"});
-    return described(table({{"magic", bytes(false)},
+        table({{"offset", integer(0, 1 << 20)}, {"bytes", bytes()}}, {"offset", "bytes"});
+    return described(table({{"magic", repeated(bytePattern, "{6}")},
                             {"endiancheck", anyOf<std::uint8_t>()},
                             {"compiledate", anyOf<std::int32_t>()},
                             {"commands", arrayOf(listed)},
@@ -171,11 +181,20 @@ Json fileVerbatim() {
                      "What the plain form cannot say of the whole definition file.");
 }
 
+Json required(const Json& keys) {
+    return {{"required", keys}};
+}
+
+/// A table whose table `verbatim` is as `schema` says.
+Json inVerbatim(const Json& schema) {
+    return {{"required", {"verbatim"}}, {"properties", {{"verbatim", schema}}}};
+}
+
 Json model() {
     const Json name{{"type", "string"}, {"minLength", 1}, {"maxLength", 255}};
     const Json parity{{"enum", {"none", "odd", "even"}}};
     const Json checksum{{"enum", {"none", "sum8"}}};
-    return table(
+    auto schema = table(
         {{"name", described(name, "What the key projector of the configuration says.")},
          {"baudrate", described(anyOf<std::uint32_t>(), "Speed of the serial line in bit/s.")},
          {"bytesize", described(withDefault(integer(5, 8), 8), "Bits a character.")},
@@ -190,23 +209,47 @@ Json model() {
          {"commands", commands()},
          {"verbatim", modelVerbatim()}},
         {"baudrate"});
+    schema["anyOf"] = {required({"name"}), inVerbatim(required({"name"}))};
+    return schema;
+}
+
+/// The names that commands can have without an own command list.
+Json usualNames() {
+    auto names = Json::array();
+    for (const auto& entry : vocabulary)
+        names.push_back(entry.keyword);
+    const Json commands{{"propertyNames", {{"enum", names}}}};
+    const Json models{{"items", {{"properties", {{"commands", commands}}}}}};
+    return {{"properties", {{"model", models}}}};
+}
+
+Json commandDefinitions() {
+    auto withoutArguments = commandWithEntries();
+    withoutArguments["properties"]["args"] = {{"type", "array"}, {"maxItems", 0}};
+    return {
+        {"model", model()},
+        {"simpleCommand", simpleCommand()},
+        {"command",
+         {{"anyOf", {reference("simpleCommand"), commandWithArguments(), commandWithEntries()}}}},
+        {"commandWithoutArguments", {{"anyOf", {reference("simpleCommand"), withoutArguments}}}},
+        {"argument", {{"anyOf", {integerArgument(), decimalArgument()}}}}};
 }
 
 }  // namespace
 
 int printSchema(std::ostream& output) {
-    const Json command{{"anyOf", {reference("simpleCommand"), commandTable()}}};
+    auto models = arrayOf(reference("model"));
+    models["minItems"] = 1;
     const Json schema{
         {"$schema", schemaVersion},
         {"title", "Projector definitions of orx"},
         {"type", "object"},
         {"additionalProperties", false},
-        {"properties", {{"model", arrayOf(reference("model"))}, {"verbatim", fileVerbatim()}}},
-        {"definitions",
-         {{"model", model()},
-          {"simpleCommand", simpleCommand()},
-          {"command", command},
-          {"argument", {{"anyOf", {integerArgument(), decimalArgument()}}}}}},
+        {"minProperties", 1},
+        {"properties", {{"model", models}, {"verbatim", fileVerbatim()}}},
+        {"if", inVerbatim(required({"commands"}))},
+        {"else", usualNames()},
+        {"definitions", commandDefinitions()},
     };
     output << schema.dump(2) << '\n';
     return 0;

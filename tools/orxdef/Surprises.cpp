@@ -8,7 +8,7 @@ void findSurprises(const DefinitionSet& definitions, Mistakes& mistakes) {
         findLineSurprises(model, mistakes);
         const auto commands = commandTable(definitions, model);
         for (const auto& [name, command] : commands)
-            findCommandSurprises(model.name, name, command, mistakes);
+            findCommandSurprises(model, name, command, mistakes);
         findLensSurprises(model, commands, mistakes);
     }
 }

@@ -3,14 +3,12 @@
 #include <array>
 #include <map>
 #include <optional>
-#include <stdexcept>
 #include <string_view>
 #include <utility>
 
 #include "core/Text.h"
 #include "orxdef/CommandNumbering.h"
 #include "orxdef/FileReport.h"
-#include "orxdef/Files.h"
 #include "orxdef/ModelReader.h"
 #include "orxdef/TableReader.h"
 #include "orxdef/VerbatimReader.h"
@@ -84,16 +82,18 @@ class Documents {
         if (array->empty()) document.report.add(*value, noModel);
         for (const auto& element : *array) {
             if (const auto* model = element.as_table())
-                add(readModel(*model, numbering, document.report));
+                add(readModel(*model, numbering, document.report),
+                    (*model)["verbatim"]["name"].is_string());
             else
                 document.report.add(element,
                                     "a model must be a table, not " + std::string(kindOf(element)));
         }
     }
 
-    void add(ModelDefinition model) {
+    /// A name that is given verbatim may stand again: the daemon takes the later model.
+    void add(ModelDefinition model, bool hasVerbatimName) {
         const auto [first, isNew] = names.emplace(model.name, model.place);
-        if (!isNew && !model.name.empty())
+        if (!isNew && !model.name.empty() && !hasVerbatimName)
             return mistakes.add(model.place, "model " + quoted(model.name) +
                                                  " is already defined at " +
                                                  mistakes.describe(first->second));
@@ -112,21 +112,13 @@ class Documents {
 }  // namespace
 
 DefinitionSet readToml(Mistakes& mistakes) {
-    Documents documents(mistakes);
-    for (std::size_t file = 0; file < mistakes.fileCount(); ++file) {
-        try {
-            documents.add(readFile(mistakes.fileName(file)), file);
-        } catch (const std::runtime_error& error) {
-            mistakes.addUnreadable(file, error.what());
-        }
-    }
-    return std::move(documents).read();
+    return parseToml(readFiles(mistakes), mistakes);
 }
 
-DefinitionSet parseToml(const std::vector<std::string>& texts, Mistakes& mistakes) {
+DefinitionSet parseToml(const FileContents& texts, Mistakes& mistakes) {
     Documents documents(mistakes);
     for (std::size_t file = 0; file < texts.size(); ++file)
-        documents.add(texts[file], file);
+        if (texts[file]) documents.add(*texts[file], file);
     return std::move(documents).read();
 }
 

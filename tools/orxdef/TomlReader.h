@@ -1,10 +1,8 @@
 // Reads projector definitions from TOML files; definitions/demo.toml shows the form.
 #pragma once
 
-#include <string>
-#include <vector>
-
 #include "orxdef/Definition.h"
+#include "orxdef/FileContents.h"
 #include "orxdef/Mistakes.h"
 
 namespace orx::orxdef {
@@ -14,7 +12,7 @@ namespace orx::orxdef {
 /// were none.
 [[nodiscard]] DefinitionSet readToml(Mistakes& mistakes);
 
-/// The same with the content of the files given, in the order in which `mistakes` has them.
-[[nodiscard]] DefinitionSet parseToml(const std::vector<std::string>& texts, Mistakes& mistakes);
+/// The same with the contents of the files given, in the order in which `mistakes` has them.
+[[nodiscard]] DefinitionSet parseToml(const FileContents& texts, Mistakes& mistakes);
 
 }  // namespace orx::orxdef

@@ -156,7 +156,7 @@ class Writer {
     }
 
     /// The lines of the plain form; what does not go there is added to `verbatim`.
-    static Lines lineSettings(const ModelDefinition& model, Lines& verbatim) {
+    Lines lineSettings(const ModelDefinition& model, Lines& verbatim) {
         const LineSettings usual;
         const auto& line = model.line;
         Lines lines;
@@ -164,7 +164,9 @@ class Writer {
                              bool plain) {
             if (value != usualValue) (plain ? lines : verbatim).push_back(pairText(key, value));
         };
-        if (!model.name.empty() && isTomlText(model.name))
+        // A name that stands again counts in the daemon, and is a mistake in the plain form.
+        const bool isNew = modelNames.insert(model.name).second;
+        if (isNew && !model.name.empty() && isTomlText(model.name))
             lines.push_back(pairText("name", stringText(model.name)));
         else
             verbatim.push_back(pairText("name", bytesText(model.name)));
@@ -244,6 +246,7 @@ class Writer {
     CommandNames names;
     CommandNumbering numbering;
     bool hasOwnList;
+    std::set<std::string> modelNames;
     std::string text;
 };
 

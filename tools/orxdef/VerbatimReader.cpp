@@ -32,6 +32,7 @@ constexpr Range integerRange{std::numeric_limits<std::int32_t>::min(),
 /// Far beyond the last block that can be, and no invitation to make a file of gigabytes.
 constexpr Range fillerRange{0, 1 << 20};
 constexpr std::size_t greatestText = 255;
+constexpr std::size_t anySize = std::numeric_limits<std::size_t>::max();
 
 /// The bytes that the text under `key` stands for, written as those of a command.
 std::string readBytes(const TableReader& reader, std::string_view key, std::size_t greatest,
@@ -163,9 +164,8 @@ FileVerbatim readFileVerbatim(const toml::table& table, FileReport& report) {
         readTables(*fillers, "fillers", fillerKeys, report,
                    [&](const TableReader& entry, const Place& place) {
                        const auto offset = entry.integer("offset", fillerRange).value_or(0);
-                       const auto most = static_cast<std::size_t>(fillerRange.greatest);
                        set.fillers.push_back({place, static_cast<std::size_t>(offset),
-                                              readBytes(entry, "bytes", most, report)});
+                                              readBytes(entry, "bytes", anySize, report)});
                    });
     return verbatim;
 }

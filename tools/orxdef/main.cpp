@@ -1,5 +1,6 @@
 // The companion tool for projector definition files: the command line of its subcommands.
 
+#include <algorithm>
 #include <exception>
 #include <functional>
 #include <iostream>
@@ -25,6 +26,21 @@ int exitStatus(const CLI::App& app, const CLI::ParseError& error) {
     return app.exit(error) == 0 ? 0 : 1;
 }
 
+/// The words of a command line, from the last one to the first. The arguments of a command to be
+/// encoded can be negative numbers, which a parser takes for options unless "--" stands ahead.
+std::vector<std::string> withoutMistakenOptions(std::vector<std::string> words) {
+    constexpr std::size_t encodeFileModelAndCommand = 4;
+    const auto isNumber = [](const std::string& word) {
+        return word.size() > 1 && word[0] == '-' &&
+               word.find_first_of("0123456789.iInN", 1) == 1;  // -5, -.5, -inf, -nan
+    };
+    if (words.size() > encodeFileModelAndCommand && words.front() == "encode" &&
+        std::ranges::find(words, "--") == words.end() && std::ranges::any_of(words, isNumber))
+        words.insert(words.begin() + encodeFileModelAndCommand, "--");
+    std::ranges::reverse(words);
+    return words;
+}
+
 /// The command line; `run` is what the chosen subcommand does, and gives the exit status.
 class CommandLine {
   public:
@@ -42,7 +58,7 @@ class CommandLine {
 
     int parseAndRun(int argc, char** argv) {
         try {
-            app.parse(argc, argv);
+            app.parse(withoutMistakenOptions({argv + 1, argv + argc}));
         } catch (const CLI::ParseError& error) {
             return exitStatus(app, error);
         }
@@ -79,7 +95,7 @@ class CommandLine {
             "check", "Show everything that would surprise at run time; status 1 where it matters");
         command
             ->add_option("files", checkedFiles,
-                         "One definition file, or definitions in TOML that are compiled together")
+                         "Definition files, or definitions in TOML that are compiled together")
             ->required()
             ->type_name("FILE");
         command->add_flag("--json", asJson, "Print one JSON object");

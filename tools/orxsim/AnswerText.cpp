@@ -11,7 +11,7 @@ constexpr std::size_t hexEscapeLength = 4;  // \xNN
 
 [[noreturn]] void refuse(std::string_view escape) {
     throw std::invalid_argument(std::string(escape).append(
-        " is none of \\xNN with two hexadecimal digits, \\r, \\n, \\t and \\\\"));
+        R"( is none of \xNN with two hexadecimal digits, \r, \n, \t and \\)"));
 }
 
 char hexByte(std::string_view escape) {

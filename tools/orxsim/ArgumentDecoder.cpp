@@ -17,7 +17,9 @@ constexpr unsigned bitsPerByte = 8;
 constexpr std::size_t bytesOfValue = 4;
 
 std::string zeros(int count) {
-    return std::string(static_cast<std::size_t>(std::max(count, 0)), '0');
+    std::string text;
+    text.resize(static_cast<std::size_t>(std::max(count, 0)), '0');
+    return text;
 }
 
 /// The whole of `text` as a number without a sign.
@@ -76,11 +78,6 @@ std::int64_t powerOfTen(int exponent) {
 
 }  // namespace
 
-NumberStyle NumberStyle::with(const orxdef::ArgumentDescriptor& descriptor) const noexcept {
-    const bool isFixed = descriptor.type == 'D' && descriptor.digits() != 0;
-    return {withSign || isFixed || descriptor.type == 'B', fixedPoint || isFixed};
-}
-
 bool ArgumentDecoder::isGeneral() const noexcept {
     return argument.type == 'D' && !style.fixedPoint;
 }
@@ -107,12 +104,12 @@ bool ArgumentDecoder::isWithinBounds(std::int64_t value) const noexcept {
 std::string ArgumentDecoder::write(std::int64_t value) const {
     if (argument.type == 'X') return hexadecimal(value, argument.len);
     if (argument.type == 'D') return style.fixedPoint ? writeFixed(value) : writeGeneral(value);
-    auto digits = std::to_string(std::abs(value));
-    if (argument.type == 'A') return written(value, std::move(digits), argument.len);
-    return written(value, std::move(digits), argument.type == 'B' ? argument.len + 1 : 0);
+    const auto digits = std::to_string(std::abs(value));
+    if (argument.type == 'A') return written(value, digits, argument.len);
+    return written(value, digits, argument.type == 'B' ? argument.len + 1 : 0);
 }
 
-std::string ArgumentDecoder::written(std::int64_t value, std::string digits, int width) const {
+std::string ArgumentDecoder::written(std::int64_t value, std::string_view digits, int width) const {
     std::string sign = style.withSign ? "+" : "";
     if (value < 0) sign = "-";
     const auto filling = zeros(width - static_cast<int>(sign.size() + digits.size()));
@@ -127,7 +124,7 @@ std::string ArgumentDecoder::writeFixed(std::int64_t units) const {
     digits.insert(0, zeros(decimals + 1 - static_cast<int>(digits.size())));
     if (decimals > 0) digits.insert(digits.size() - static_cast<std::size_t>(decimals), ".");
     const int width = argument.digits() != 0 ? argument.digits() + decimals + signAndPoint : 0;
-    return written(units, std::move(digits), width);
+    return written(units, digits, width);
 }
 
 std::string ArgumentDecoder::writeGeneral(std::int64_t units) const {

@@ -10,17 +10,9 @@
 #include <string_view>
 
 #include "orxdef/Definition.h"
+#include "orxdef/NumberStyle.h"
 
 namespace orx::orxsim {
-
-/// How numbers are written from some argument of a command on, as earlier ones leave it behind.
-struct NumberStyle {
-    bool withSign = false;    ///< a sign always, and zeros behind it rather than ahead of it
-    bool fixedPoint = false;  ///< decimals with all their places
-
-    /// The style that `descriptor` asks for, for itself and all arguments after it.
-    [[nodiscard]] NumberStyle with(const orxdef::ArgumentDescriptor& descriptor) const noexcept;
-};
 
 class ArgumentDecoder {
   public:
@@ -31,7 +23,7 @@ class ArgumentDecoder {
     };
 
     /// `descriptor` must outlive the decoder; `numberStyle` already has its part in it.
-    ArgumentDecoder(const orxdef::ArgumentDescriptor& descriptor, NumberStyle numberStyle)
+    ArgumentDecoder(const orxdef::ArgumentDescriptor& descriptor, orxdef::NumberStyle numberStyle)
         : argument(descriptor), style(numberStyle) {}
 
     [[nodiscard]] unsigned number() const noexcept { return argument.number; }
@@ -51,7 +43,7 @@ class ArgumentDecoder {
     [[nodiscard]] bool isGeneral() const noexcept;
     [[nodiscard]] bool isWithinBounds(std::int64_t value) const noexcept;
     [[nodiscard]] std::string write(std::int64_t value) const;
-    [[nodiscard]] std::string written(std::int64_t value, std::string digits, int width) const;
+    [[nodiscard]] std::string written(std::int64_t value, std::string_view digits, int width) const;
     [[nodiscard]] std::string writeFixed(std::int64_t units) const;
     [[nodiscard]] std::string writeGeneral(std::int64_t units) const;
     [[nodiscard]] Reading readRaw(std::string_view bytes) const;
@@ -60,7 +52,7 @@ class ArgumentDecoder {
     [[nodiscard]] Reading outOfBounds(std::string_view text) const;
 
     const orxdef::ArgumentDescriptor& argument;
-    NumberStyle style;
+    orxdef::NumberStyle style;
 };
 
 }  // namespace orx::orxsim

@@ -75,7 +75,7 @@ class CommandPattern::Search {
         if (at + text.size() == line.size() && text.size() < greatest) best.isOpen = true;
         const auto longest = std::min(text.size(), lenient ? longestMistake : greatest);
         for (std::size_t size = 1; size <= longest; ++size)
-            take(argument, std::string_view(text).substr(0, size), piece, at + size);
+            take(argument, {text.data(), size}, piece, at + size);
     }
 
     /// The longest text of `characters`, with the bits that the line does not carry restored.

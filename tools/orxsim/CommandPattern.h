@@ -62,7 +62,7 @@ class CommandPattern {
     LineFormat format;
     std::vector<Piece> pieces;
     std::optional<unsigned> missing;
-    NumberStyle style;
+    orxdef::NumberStyle style;
     std::size_t last = 0;  ///< how much of the command string has become literals
 };
 

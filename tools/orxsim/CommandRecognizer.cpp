@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cctype>
+#include <functional>
 #include <tuple>
 #include <utility>
 
@@ -13,12 +14,8 @@ namespace {
 /// No command is longer; what has no end within it is let go.
 constexpr std::size_t longestFrame = 65536;
 
-/// A file may say anything; as on the daemon's side, what is no character size means 8 bits.
-unsigned char maskOf(unsigned bytesize) {
-    constexpr unsigned least = 5;
-    constexpr unsigned greatest = 8;
-    const bool isSize = bytesize >= least && bytesize <= greatest;
-    return static_cast<unsigned char>((1U << (isSize ? bytesize : greatest)) - 1);
+unsigned char maskOf(const orxdef::LineSettings& line) {
+    return static_cast<unsigned char>((1U << line.characterSize()) - 1);
 }
 
 bool canBeSent(const orxdef::ModelCommand& command) {
@@ -33,7 +30,7 @@ bool isPreferred(const CommandPattern& left, const CommandPattern& right) {
     const auto rank = [](const CommandPattern& pattern) {
         return std::make_tuple(pattern.missingArgument().has_value(),
                                findLensCommand(pattern.name()) == nullptr,
-                               std::string_view(pattern.name()));
+                               std::cref(pattern.name()));
     };
     return rank(left) < rank(right);
 }
@@ -48,7 +45,7 @@ bool isLonger(const CommandPattern::Match& left, const CommandPattern::Match& ri
 
 CommandRecognizer::CommandRecognizer(const orxdef::CommandTable& commands,
                                      const orxdef::ModelDefinition& model)
-    : format{maskOf(model.line.bytesize), model.checksum == orxdef::Checksum::sum8} {
+    : format{maskOf(model.line), model.checksum == orxdef::Checksum::sum8} {
     addPatterns(commands);
     lastByte = commonLastByte();
 }

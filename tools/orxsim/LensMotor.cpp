@@ -1,13 +1,12 @@
 #include "orxsim/LensMotor.h"
 
 #include <algorithm>
-#include <utility>
 
 namespace orx::orxsim {
 
 LensMotor::LensMotor(const Mechanics& wanted, Chance loss)
     : mechanics(wanted),
-      lossOfSteps(std::move(loss)),
+      lossOfSteps(loss),
       motorPosition(wanted.start),
       lensPosition(wanted.start) {}
 

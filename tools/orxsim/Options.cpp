@@ -92,15 +92,15 @@ class OptionText {
         const auto slash = text.find('/');
         const auto of = slash == std::string::npos
                             ? std::nullopt
-                            : number(std::string_view(text).substr(slash + 1), 1, greatest32);
-        const auto count = number(std::string_view(text).substr(0, slash), 0, of.value_or(0));
+                            : number(view().substr(slash + 1), 1, greatest32);
+        const auto count = number(view().substr(0, slash), 0, of.value_or(0));
         if (!of || !count) refuse("N/M, N times in M");
         return {static_cast<std::uint32_t>(*count), static_cast<std::uint32_t>(*of)};
     }
 
     [[nodiscard]] Unplugging unplugging() const {
         const auto unit = text.find_first_not_of("0123456789");
-        const auto value = number(std::string_view(text).substr(0, unit), 0, longestTime);
+        const auto value = number(view().substr(0, unit), 0, longestTime);
         const auto suffix = unit == std::string::npos ? std::string() : text.substr(unit);
         if (value && suffix == "ms") return {{}, std::chrono::milliseconds(*value)};
         if (value && suffix == "s") return {{}, std::chrono::seconds(*value)};
@@ -119,6 +119,8 @@ class OptionText {
     }
 
   private:
+    [[nodiscard]] std::string_view view() const noexcept { return text; }
+
     std::string name;
     std::string text;
 };
@@ -170,7 +172,7 @@ void addLine(CLI::App& app, Behaviour& line) {
 }
 
 void addAnswers(CLI::App& app, Behaviour& answers) {
-    add(app, "--ack", "TEXT", "The answer to a command, with \\xNN, \\r, \\n, \\t and \\\\",
+    add(app, "--ack", "TEXT", R"(The answer to a command, with \xNN, \r, \n, \t and \\)",
         [&answers](const auto& text) { answers.acknowledgement = text.answer(); });
     add(app, "--error", "TEXT", "The answer to anything else",
         [&answers](const auto& text) { answers.error = text.answer(); });

@@ -6,8 +6,9 @@ namespace orx::orxsim {
 
 Instant characterTime(const orxdef::LineSettings& line) {
     if (line.baudrate == 0) return Instant(0);
-    const unsigned parityBits = line.parity == orxdef::Parity::none ? 0 : 1;
-    const unsigned bits = 1U + line.bytesize + parityBits + line.stopbits;
+    const bool hasParity =
+        line.parity == orxdef::Parity::odd || line.parity == orxdef::Parity::even;
+    const int bits = 1 + line.characterSize() + (hasParity ? 1 : 0) + (line.stopbits == 2 ? 2 : 1);
     return Instant(std::chrono::seconds(1)) * bits / line.baudrate;
 }
 

@@ -100,7 +100,69 @@ INSTANTIATE_TEST_SUITE_P(
              "KEYSTONEVERT = { send = 'K{1}', args = [{ type = 'D', digits = 0, decimals = 2, "
              "min = 0, max = 9 }] }",
              {R"(m:5:41: argument 1 of "KEYSTONEVERT" of "M" has no digits ahead of the point: it )"
-              "is sent with 2 significant digits and without sign"}},
+              "is sent with 2 significant digits and without sign, with an exponent where it "
+              "has more ahead of the point"}},
+        Case{"decimalWithOneSignificantDigitAndTheSignOfTheArgumentAhead",
+             "KEYSTONEVERT = { send = 'K', verbatim = [{ number = 1, type = 'B', len = 1, "
+             "min = 0, max = 9, pos = 1 }, { number = 2, type = 'D', len = 0, min = 0, max = 9, "
+             "pos = 1 }] }",
+             {R"(m:5:42: argument 1 of "KEYSTONEVERT" of "M" is a decimal number, which type "B" )"
+              R"(cannot read: ".5" ends the daemon; use type "D")",
+              R"(m:5:106: argument 2 of "KEYSTONEVERT" of "M" has no digits ahead of the point: )"
+              "it is sent with 1 significant digit and a sign, with an exponent where it has more "
+              "ahead of the point"}},
+        Case{"decimalWithoutDigitsBehindOneWithThem",
+             "KEYSTONEVERT = { send = 'K{1}{2}', args = [{ type = 'D', digits = 1, decimals = 1, "
+             "min = 0, max = 9 }, { type = 'D', digits = 0, decimals = 1, min = 0, max = 9 }] }",
+             {R"(m:5:104: argument 2 of "KEYSTONEVERT" of "M" has no digits ahead of the point: )"
+              "it is sent with sign and decimals, but not filled up, as the argument ahead of it "
+              "is of type \"D\""}},
+        Case{"decimalWithoutDecimals",
+             "KEYSTONEVERT = { send = 'K{1}', args = [{ type = 'D', digits = 3, decimals = 0, "
+             "min = -9999, max = 9 }] }",
+             {R"(m:5:41: argument 1 of "KEYSTONEVERT" of "M" has no decimals: it is sent with 4 )"
+              "digits"}},
+        Case{"decimalLongerThanItsDigits",
+             "KEYSTONEVERT = { send = 'K{1}', args = [{ type = 'D', digits = 1, decimals = 1, "
+             "min = -10.0, max = 9.9 }] }",
+             {R"(m:5:41: argument 1 of "KEYSTONEVERT" of "M" can have 2 digits ahead of the )"
+              "point, more than its 1"}},
+        Case{"wholeNumberOfTheDecimalType",
+             "INPUT = { send = 'I{1}', args = [{ type = 'D', digits = 2, decimals = 1, min = 0, "
+             "max = 9 }] }",
+             {R"(m:5:34: argument 1 of "INPUT" of "M" is a whole number, which type "D" reads as )"
+              R"(a decimal one: "1e999" ends the daemon; use another type)"}},
+        Case{"numberLongerThanItsField",
+             "TEST = { send = '{1}{2}{3}', args = [{ type = 'X', len = 2, min = 0, max = 256 }, "
+             "{ type = 'A', len = 2, min = -10, max = 99 }, { type = 'B', len = 2, min = -100, "
+             "max = 9 }] }",
+             {R"(m:5:38: argument 1 of "TEST" of "M" can have 3 characters, more than its 2)",
+              R"(m:5:83: argument 2 of "TEST" of "M" can have 3 characters, more than its 2)",
+              R"(m:5:129: argument 3 of "TEST" of "M" can have 4 characters, more than its 3)"}},
+        Case{"numberAsLongAsItsField",
+             "TEST = { send = '{1}{2}{3}', args = [{ type = 'X', len = 2, min = 0, max = 255 }, "
+             "{ type = 'A', len = 2, min = -9, max = 99 }, { type = 'B', len = 2, min = -99, "
+             "max = 99 }] }",
+             {}},
+        Case{"numberOfAnyLength",
+             "INPUT = { send = 'I{1}', args = [{ type = 'A', len = 1, min = -100, max = 99999 }] }",
+             {}},
+        Case{
+            "severalNumbersMissing",
+            "TEST = { send = 'abc', verbatim = [{ number = 65535, type = 'A', len = 1, min = 0, "
+            "max = 9, pos = 1 }] }",
+            {R"(m:5:36: "TEST" of "M" has no descriptors 1 to 65534: those arguments are dropped)"}},
+        Case{"numberZeroWhoseOtherFieldsMeanNothing",
+             "TEST = { send = 'abc', verbatim = [{ number = 0, type = 'Q', len = 1, min = 9, "
+             "max = 0, pos = 9 }] }",
+             {R"(m:5:36: "TEST" of "M" has a descriptor number 0; they count from 1)"}},
+        Case{"plainNumberWithTheSignOfTheArgumentAhead",
+             "TEST = { send = '', verbatim = [{ number = 1, type = 'B', len = 1, min = 0, max = 9, "
+             "pos = 0 }, { number = 2, type = 'Q', len = 1, min = 0, max = 9, pos = 0 }] }",
+             {R"(m:5:97: argument 2 of "TEST" of "M" has the unknown type "Q" and is sent as a )"
+              "plain number",
+              R"(m:5:97: argument 2 of "TEST" of "M" is sent with a sign, as the argument ahead )"
+              "of it"}},
         Case{"noRawBytes",
              "INPUT = { send = 'K{1}', args = [{ type = 'I', len = 0, min = 0, max = 9 }] }",
              {R"(m:5:34: argument 1 of "INPUT" of "M" is 0 bytes long)"}},
@@ -158,6 +220,64 @@ TEST(Surprise, isALensWithoutAnyReset) {
         EXPECT_THAT(surprisesIn(modelWith(steps + reset)), IsEmpty()) << reset;
 }
 
+TEST(Surprise, isALensThatIsCountedAsMovedByNothing) {
+    EXPECT_THAT(surprisesIn(modelWith("'AZ+' = ''\n'AZ-' = 'b'\nZOOMRESET = ''\n'Z-' = ''")),
+                ElementsAre(R"(m:2:8: the zoom of "M" is counted as moved by "AZ+", which sends )"
+                            "no bytes",
+                            R"(m:2:8: the zoom of "M" is counted as moved by "ZOOMRESET", which )"
+                            "sends no bytes",
+                            HasSubstr("\"AZ+\" of \"M\" has no bytes"),
+                            HasSubstr("\"ZOOMRESET\" of \"M\" has no bytes"),
+                            HasSubstr("\"Z-\" of \"M\" has no bytes")));
+    EXPECT_THAT(surprisesIn(modelWith("'AF+' = 'a'\n'AF-' = 'b'\n'F-' = 'c'\n'F--' = ''")),
+                Contains(R"(m:2:8: the focus of "M" is counted as moved by "F--", which sends no )"
+                         "bytes"));
+}
+
+TEST(Surprise, isALensWithTheSameBytesForBothDirections) {
+    EXPECT_THAT(surprisesIn(modelWith("'AZ+' = 'a'\n'AZ-' = 'a'\nZOOMRESET = 'b'")),
+                ElementsAre(R"(m:2:8: the zoom of "M" has the same bytes for "AZ+" and "AZ-")"));
+}
+
+TEST(Surprise, isAByteThatTheLineCannotCarry) {
+    const auto lineOf = [](int bytesize, const std::string& commands) {
+        return surprisesIn(modelWithKeys("bytesize = " + std::to_string(bytesize) +
+                                         "\n[model.commands]\n" + commands));
+    };
+    EXPECT_THAT(lineOf(7, R"(ON = '\x80')"),
+                ElementsAre(R"(m:6:1: "ON" of "M" has bytes that the line cannot carry: its )"
+                            "characters have 7 bits"));
+    EXPECT_THAT(lineOf(7, R"(ON = 'x\x7f')"), IsEmpty());
+    EXPECT_THAT(lineOf(8, R"(ON = '\xff')"), IsEmpty());
+    EXPECT_THAT(
+        lineOf(7, "INPUT = { send = '{1}', args = [{ type = 'I', len = 1, min = 0, max = 128 }] }"),
+        ElementsAre(R"(m:6:33: argument 1 of "INPUT" of "M" has bytes that the line cannot carry: )"
+                    "its characters have 7 bits"));
+    EXPECT_THAT(
+        lineOf(7, "INPUT = { send = '{1}', args = [{ type = 'I', len = 1, min = 0, max = 127 }] }"),
+        IsEmpty());
+}
+
+TEST(Surprise, isNothingMoreAboutACommandThatIsNeverSent) {
+    const auto odd = " = { send = 'abc', verbatim = [" + verbatim("pos = 9") + "] }";
+    EXPECT_THAT(surprisesIn(modelWith("MEMSAVE" + odd)),
+                ElementsAre(HasSubstr("\"MEMSAVE\" of \"M\" is never sent")));
+    test::DefinitionImage image;
+    image.commands = {{1, "POWER"}};
+    image.blocks = {{.name = "M", .strings = {{1, ""}}, .descriptors = {{1, 1, 0, 9, 7, 1, 'A'}}}};
+    EXPECT_THAT(surprisesIn(image), ElementsAre(HasSubstr("no client can send \"POWER\"")));
+}
+
+TEST(Surprise, isABlockThatTwoModelsShare) {
+    const auto model = [](const std::string& name) {
+        return "[[model]]\nname = '" + name +
+               "'\nbaudrate = 9600\n[model.commands]\nON = 'x'\n"
+               "[model.verbatim]\noffset = 60\n";
+    };
+    EXPECT_THAT(surprisesIn(model("A") + model("B")),
+                ElementsAre(R"(m:9:8: "B" has the same block as "A")"));
+}
+
 TEST(Surprise, isAnOddSerialLine) {
     const auto lineOf = [](const std::string& keys) {
         return surprisesIn(modelWithKeys(keys + "\n[model.commands]\nON = 'x'"));
@@ -165,7 +285,11 @@ TEST(Surprise, isAnOddSerialLine) {
     EXPECT_THAT(
         lineOf("timeout = 99"),
         ElementsAre(R"(m:2:8: "M" has a timeout of 99 ms; below 100 no answer is waited for)"));
-    EXPECT_THAT(lineOf("timeout = 25599"), IsEmpty());
+    EXPECT_THAT(lineOf("timeout = 25500"), IsEmpty());
+    EXPECT_THAT(lineOf("timeout = 25599"),
+                ElementsAre(R"(m:2:8: "M" has a timeout of 25599 ms, which counts as 25500)"));
+    EXPECT_THAT(lineOf("bytesize = 7\nchecksum = 'sum8'"),
+                ElementsAre(R"(m:2:8: "M" has a checksum of 8 bits, of which the line carries 7)"));
     EXPECT_THAT(
         lineOf("timeout = 25600"),
         ElementsAre(R"(m:2:8: "M" has a timeout of 25600 ms; above 25599 it begins again at 0)"));
@@ -198,8 +322,14 @@ TEST(Surprise, isAModelNameThatDiffersInCaseOnlyOrCannotBeConfigured) {
                 ElementsAre(R"(m:7:8: models "Demo" and "DEMO" differ in letter case only)"));
     EXPECT_THAT(
         surprisesIn(model(" A")),
-        ElementsAre(R"(m:2:8: model " A" cannot be configured: its name is empty or begins )"
-                    "or ends with a blank"));
+        ElementsAre(R"(m:2:8: model " A" cannot be configured: its name is empty, begins or ends )"
+                    "with a blank, or has a line feed"));
+    EXPECT_THAT(surprisesIn("[[model]]\nname = \"A\\nB\"\nbaudrate = 9600\n"
+                            "[model.commands]\nON = 'x'"),
+                ElementsAre(HasSubstr(R"(model "A\x0aB" cannot be configured)")));
+    EXPECT_THAT(surprisesIn("[[model]]\nname = \"A\\u000b\"\nbaudrate = 9600\n"
+                            "[model.commands]\nON = 'x'"),
+                IsEmpty());
 }
 
 TEST(Surprise, isAnIdOrANameUsedTwice) {

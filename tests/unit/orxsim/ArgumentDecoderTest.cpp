@@ -9,17 +9,22 @@ namespace {
 
 using testing::HasSubstr;
 
-constexpr NumberStyle plain{};
-constexpr NumberStyle afterSign{true, false};
-constexpr NumberStyle afterDecimal{true, true};
+constexpr orxdef::NumberStyle plain{};
+constexpr orxdef::NumberStyle afterSign{true, false};
+constexpr orxdef::NumberStyle afterDecimal{true, true};
 
 struct Case {
     TestArgument argument;
-    NumberStyle before;  ///< left behind by earlier arguments
+    orxdef::NumberStyle before;  ///< left behind by earlier arguments
     std::string text;
     std::string value;    ///< of a valid text
     std::string mistake;  ///< a part of what is wrong with any other
 };
+
+void PrintTo(const Case& each, std::ostream* stream) {
+    *stream << each.argument.type << each.argument.len << " reads "
+            << testing::PrintToString(each.text);
+}
 
 orxdef::ArgumentDescriptor descriptorOf(const TestArgument& argument) {
     orxdef::ArgumentDescriptor descriptor;
