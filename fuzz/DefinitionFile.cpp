@@ -22,13 +22,12 @@ namespace {
     std::abort();
 }
 
-/// Entries that lie within each other may be more than TOML can say; that must be noticed, never
-/// come out as other bytes.
 void giveBack(const DefinitionSet& definitions, std::string_view image) {
     const auto text = tomlText(definitions);
     Mistakes mistakes({"given back"});
     const auto again = binaryImage(parseToml({text}, mistakes), mistakes);
-    if (mistakes.empty() && again != image) fail(text);
+    mistakes.print(std::cerr);
+    if (!mistakes.empty() || again != image) fail(text);
 }
 
 }  // namespace

@@ -95,17 +95,22 @@ std::optional<Heard> CommandRecognizer::next(bool isSilent) {
     const auto best = bestMatch();
     const bool isComplete = best.match.length > 0;
     if (best.isOpen && !isSilent) {
-        silenceDecides = isComplete || !lastByte;
+        silenceDecides = isComplete || !lastByte || lacksSum();
         return std::nullopt;
     }
     if (isComplete) return takeCommand(best);
-    if (best.isOpen && lastByte) return std::nullopt;
+    if (best.isOpen && lastByte && !lacksSum()) return std::nullopt;
     if (best.isOpen) return Heard{{}, {}, take(received.size()), "incomplete command"};
     if (best.match.lengthWithWrongSum > 0) {
         return Heard{
             best.pattern->name(), {}, take(best.match.lengthWithWrongSum), "wrong checksum"};
     }
     return takeOther(isSilent);
+}
+
+/// Whether nothing but the checksum can be missing.
+bool CommandRecognizer::lacksSum() const {
+    return format.hasSum && lastByte && received.ends_with(*lastByte);
 }
 
 CommandRecognizer::Best CommandRecognizer::bestMatch() const {

@@ -57,6 +57,7 @@ class CommandRecognizer {
     [[nodiscard]] std::optional<char> commonLastByte() const;
     [[nodiscard]] std::vector<Heard> decide(bool isSilent);
     [[nodiscard]] std::optional<Heard> next(bool isSilent);
+    [[nodiscard]] bool lacksSum() const;
     [[nodiscard]] Best bestMatch() const;
     [[nodiscard]] Heard takeCommand(const Best& best);
     [[nodiscard]] std::optional<Heard> takeOther(bool isSilent);

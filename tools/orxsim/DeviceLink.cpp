@@ -16,6 +16,10 @@ DeviceLink::DeviceLink(std::string linkPath, std::string devicePath)
     if (fs::exists(present) && !fs::is_symlink(present)) {
         throw std::runtime_error(link + ": is there and no symbolic link");
     }
+    if (fs::exists(link, error)) {
+        throw std::runtime_error(link + ": leads to " + fs::read_symlink(link, error).string() +
+                                 ", which is in use; remove it first");
+    }
     fs::remove(link, error);
     fs::create_symlink(device, link, error);
     if (error) throw std::runtime_error(link + ": " + error.message());

@@ -7,8 +7,9 @@ namespace orx::orxsim {
 
 class DeviceLink {
   public:
-    /// Makes `linkPath` lead to `devicePath`, in place of a link that is there. Throws
-    /// `std::runtime_error` where anything else is there, or where the system refuses.
+    /// Makes `linkPath` lead to `devicePath`, in place of a link that leads nowhere any more.
+    /// Throws `std::runtime_error` where anything else is there, a link to a device for instance,
+    /// or where the system refuses.
     DeviceLink(std::string linkPath, std::string devicePath);
     DeviceLink(const DeviceLink&) = delete;
     DeviceLink& operator=(const DeviceLink&) = delete;

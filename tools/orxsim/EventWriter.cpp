@@ -26,6 +26,18 @@ Json axesObject(const AxisReadings& axes) {
     return {{"zoom", axisObject(axes[0])}, {"focus", axisObject(axes[1])}};
 }
 
+Json stateObject(const ProjectorState& state) {
+    auto object = Json::object();
+    for (const auto& [name, isOn] : state.switches())
+        object[std::string(name)] = isOn;
+    object["input"] = state.input().empty() ? Json() : Json(state.input());
+    auto values = Json::object();
+    for (const auto& [command, arguments] : state.values())
+        values[command] = arguments;
+    object["values"] = values;
+    return object;
+}
+
 Json eventCalled(const char* name) {
     Json event;
     event["event"] = name;
@@ -85,12 +97,14 @@ void EventWriter::begin(const Setup& setup, const SimulatedProjector& projector)
     event["link"] = setup.link;
     event["model"] = setup.model;
     event["axes"] = axesObject(projector.axes());
+    event["state"] = stateObject(projector.state());
     output.write(line(event));
 }
 
 void EventWriter::show(const Report& report) {
     auto event = report.heard.isCommand() ? commandEvent(report) : unknownEvent(report);
     event["axes"] = axesObject(report.axes);
+    if (report.changedState) event["state"] = stateObject(*report.changedState);
     event["answer"] = answerValue(report.answer);
     output.write(line(event));
 }

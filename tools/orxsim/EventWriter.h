@@ -1,7 +1,8 @@
 // Writes what happens as events for a program to read: one JSON object a line, each line out at
 // once, without times, so that equal runs give equal lines.
 //
-// Bytes of answers stand as one character each, U+0000 to U+00FF.
+// Bytes of answers stand as one character each, U+0000 to U+00FF. The state of the projector stands
+// in the first event and in that of every command that has changed it.
 #pragma once
 
 #include "orxsim/Display.h"

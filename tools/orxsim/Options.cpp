@@ -140,17 +140,15 @@ void addFiles(CLI::App& app, Options& options) {
     app.add_option("--model", options.model, "The model to be, as the file calls it")
         ->required()
         ->type_name("NAME");
-    app.add_option("--link", options.link,
-                   "Where the serial line is to be found: the daemon's serial.device")
+    app.add_option("--link", options.link, "The name of the line: the daemon's serial.device")
         ->required()
         ->type_name("PATH");
 }
 
 void addLens(CLI::App& app, Behaviour& lens) {
-    add(app, "--travel", "ZOOM[,FOCUS]",
-        "Steps from end stop to end stop; 2000,1000 if left out. One value stands for both axes",
+    add(app, "--travel", "ZOOM[,FOCUS]", "Steps from end to end; 2000,1000 if left out",
         [&lens](const auto& text) { lens.travel = text.bothAxes(1); });
-    add(app, "--start", "ZOOM[,FOCUS]", "Where the lens stands at first; the middle if left out",
+    add(app, "--start", "ZOOM[,FOCUS]", "Where the lens stands; the middle if left out",
         [&lens](const auto& text) { lens.start = text.bothAxes(0); });
     add(app, "--jog", "SMALL,MEDIUM,LARGE", "Steps of the three jogs; 5,20,100 if left out",
         [&lens](const auto& text) { lens.jogSteps = text.jogs(); });
@@ -166,13 +164,12 @@ void addLine(CLI::App& app, Behaviour& line) {
     app.add_flag("--real-time", line.realTime, "Take the time that bytes take on a real line");
     add(app, "--line-noise", "N/M", "Alter or drop N in M bytes received",
         [&line](const auto& text) { line.lineNoise = text.ratio(); });
-    add(app, "--unplug-after", "N[ms|s]",
-        "Cut the line after N commands, or after N milliseconds or seconds",
+    add(app, "--unplug-after", "N[ms|s]", "Cut the line after N commands, or after a time",
         [&line](const auto& text) { line.unplugging = text.unplugging(); });
 }
 
 void addAnswers(CLI::App& app, Behaviour& answers) {
-    add(app, "--ack", "TEXT", R"(The answer to a command, with \xNN, \r, \n, \t and \\)",
+    add(app, "--ack", "TEXT", R"(The answer to a command; \xNN \r \n \t \\ as such)",
         [&answers](const auto& text) { answers.acknowledgement = text.answer(); });
     add(app, "--error", "TEXT", "The answer to anything else",
         [&answers](const auto& text) { answers.error = text.answer(); });
@@ -204,10 +201,12 @@ Options readOptions(CLI::App& app, int argc, const char* const* argv) {
     addLens(app, options.behaviour);
     addLine(app, options.behaviour);
     addAnswers(app, options.behaviour);
-    add(app, "--seed", "N", "Makes the faults come in another order; 1 if left out",
+    add(app, "--seed", "N", "Other faults of the same kinds; 1 if left out",
         [&options](const auto& text) { options.behaviour.seed = text.whole(0, greatest64); });
-    app.add_flag("--json", options.json,
-                 "Write one event a line, as wherever output is no terminal");
+    app.add_flag("--json", options.json, "Write one event a line also on a terminal");
+    app.footer(
+        "A single value of ZOOM stands for both axes. A terminal shows a picture of the\n"
+        "projector, anything else gets one event a line.");
     app.parse(argc, argv);
     checkStart(options.behaviour);
     return options;

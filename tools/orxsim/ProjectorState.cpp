@@ -23,17 +23,18 @@ constexpr std::array<SwitchCommands, ProjectorState::switchCount> switchCommands
 
 }  // namespace
 
-void ProjectorState::apply(const std::string& command, const Arguments& arguments) {
+bool ProjectorState::apply(const std::string& command, const Arguments& arguments) {
+    const auto before = *this;
     for (std::size_t index = 0; index < switchCount; ++index) {
         if (command == switchCommands[index].on) allSwitches[index].on = true;
         if (command == switchCommands[index].off) allSwitches[index].on = false;
     }
-    if (arguments.empty()) return;
-    if (command == CMD_INPUT_SELECT) {
+    if (!arguments.empty() && command == CMD_INPUT_SELECT) {
         chosenInput = arguments.front();
-    } else {
+    } else if (!arguments.empty()) {
         lastValues[command] = arguments;
     }
+    return *this != before;
 }
 
 }  // namespace orx::orxsim

@@ -20,13 +20,16 @@ class ProjectorState {
     struct Switch {
         std::string_view name;
         bool on = false;
+
+        bool operator==(const Switch&) const = default;
     };
     static constexpr std::size_t switchCount = 6;
     /// The last arguments of each command that had some, by command.
     using Values = std::map<std::string, Arguments, std::less<>>;
 
-    /// Carries out a command that does not move the lens.
-    void apply(const std::string& command, const Arguments& arguments);
+    /// Carries out a command that does not move the lens. Gives whether anything is other than it
+    /// was.
+    bool apply(const std::string& command, const Arguments& arguments);
 
     [[nodiscard]] const std::array<Switch, switchCount>& switches() const noexcept {
         return allSwitches;
@@ -34,6 +37,8 @@ class ProjectorState {
     /// Empty as long as none was chosen.
     [[nodiscard]] const std::string& input() const noexcept { return chosenInput; }
     [[nodiscard]] const Values& values() const noexcept { return lastValues; }
+
+    bool operator==(const ProjectorState&) const = default;
 
   private:
     std::array<Switch, switchCount> allSwitches{

@@ -8,6 +8,7 @@
 
 #include "orxsim/CommandRecognizer.h"
 #include "orxsim/LensMotor.h"
+#include "orxsim/ProjectorState.h"
 
 namespace orx::orxsim {
 
@@ -24,9 +25,10 @@ using AxisReadings = std::array<AxisReading, axisCount>;
 /// One command that was carried out, or bytes that were refused.
 struct Report {
     Heard heard;
-    bool metEndStop = false;            ///< in this very command
-    AxisReadings axes;                  ///< afterwards
-    std::optional<std::string> answer;  ///< nothing where none is given
+    bool metEndStop = false;                       ///< in this very command
+    AxisReadings axes;                             ///< afterwards
+    std::optional<std::string> answer;             ///< nothing where none is given
+    std::optional<ProjectorState> changedState{};  ///< afterwards; nothing where it is as before
 };
 
 /// How much was heard so far.

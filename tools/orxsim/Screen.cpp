@@ -13,6 +13,7 @@ using Lines = std::vector<std::string>;
 
 constexpr std::size_t longestList = 200;
 constexpr std::size_t linesOfValues = 4;
+constexpr std::size_t leastHeard = 3;  ///< commands that are shown even on a small terminal
 constexpr std::string_view indent = "       ";
 
 std::string padded(std::string text, std::size_t width) {
@@ -55,17 +56,17 @@ std::string axisDetails(const AxisReading& axis) {
         .append(counted(contacts(Drive::reset), "reset"));
 }
 
-/// The scale keeps its width while the position gains and loses digits.
-void addAxis(Lines& lines, std::string_view name, const AxisReading& axis, std::size_t columns) {
+/// The scale, which keeps its width while the position gains and loses digits, and details.
+Lines axisLines(std::string_view name, const AxisReading& axis, std::size_t columns) {
     constexpr std::size_t leastScale = 10;
     constexpr std::size_t ends = 3;  // the two ends of the scale and a blank
     const auto travel = std::to_string(axis.travel);
     const auto position = std::to_string(axis.motor) + "/" + travel;
     const auto others = indent.size() + ends + 2 * travel.size() + 1;
     const auto width = columns > others + leastScale ? columns - others : leastScale;
-    lines.push_back(
-        padded(std::string(name), indent.size()).append(scale(axis, width)).append(" " + position));
-    lines.push_back(axisDetails(axis));
+    return {
+        padded(std::string(name), indent.size()).append(scale(axis, width)).append(" " + position),
+        axisDetails(axis)};
 }
 
 /// Puts `words` into lines, three blanks between two of them, at most `limit` lines.
@@ -103,6 +104,34 @@ void addState(Lines& lines, const ProjectorState& state, std::size_t columns) {
     addWords(lines, values, columns, linesOfValues);
 }
 
+/// The projector between heading and footer.
+class Picture {
+  public:
+    Picture(const SimulatedProjector& projector, std::size_t columns)
+        : zoom(axisLines("zoom", projector.axes()[0], columns)),
+          focus(axisLines("focus", projector.axes()[1], columns)) {
+        addState(state, projector.state(), columns);
+    }
+
+    [[nodiscard]] Lines complete() const {
+        Lines lines{""};
+        lines.insert(lines.end(), zoom.begin(), zoom.end());
+        lines.insert(lines.end(), focus.begin(), focus.end());
+        lines.emplace_back();
+        lines.insert(lines.end(), state.begin(), state.end());
+        lines.emplace_back();
+        return lines;
+    }
+
+    /// What matters most, where there is no room for all.
+    [[nodiscard]] Lines brief() const { return {zoom.front(), focus.front(), state.front()}; }
+
+  private:
+    Lines zoom;
+    Lines focus;
+    Lines state;
+};
+
 std::string description(const Heard& heard) {
     if (heard.isCommand()) {
         const auto arguments = joined(heard.arguments);
@@ -138,13 +167,11 @@ void Screen::add(const Report& report) {
 }
 
 std::vector<std::string> Screen::lines(const SimulatedProjector& projector, ScreenSize size) const {
-    const auto axes = projector.axes();
-    Lines lines{heading, ""};
-    addAxis(lines, "zoom", axes[0], size.columns);
-    addAxis(lines, "focus", axes[1], size.columns);
-    lines.emplace_back();
-    addState(lines, projector.state(), size.columns);
-    lines.emplace_back();
+    const Picture picture(projector, size.columns);
+    const auto otherLines = 2 + std::min(heard.size(), leastHeard);  // heading and footer
+    auto lines = picture.complete();
+    if (lines.size() + otherLines > size.rows) lines = picture.brief();
+    lines.insert(lines.begin(), heading);
     lines.push_back(footer(projector.totals()));
     lines.insert(lines.end(), heard.begin(), heard.end());
     if (lines.size() > size.rows) lines.resize(size.rows);

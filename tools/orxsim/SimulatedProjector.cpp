@@ -123,8 +123,9 @@ void SimulatedProjector::carryOut(Instant now) {
 void SimulatedProjector::begin(Heard heard, Instant now) {
     const auto* const lensCommand = heard.isCommand() ? findLensCommand(heard.command) : nullptr;
     if (lensCommand == nullptr) {
-        if (heard.isCommand()) otherState.apply(heard.command, heard.arguments);
+        const bool changed = heard.isCommand() && otherState.apply(heard.command, heard.arguments);
         finish(std::move(heard), false, now);
+        if (changed) reports.back().changedState = otherState;
         return;
     }
     motion = {std::move(heard), lensCommand, stepsOf(*lensCommand), now + behaviour.stepTime};

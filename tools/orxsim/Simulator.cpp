@@ -55,8 +55,8 @@ std::optional<Instant> Simulator::advance() {
     projector.advance(now());
     for (const auto& report : projector.takeReports())
         display.show(report);
-    if (projector.isUnplugged()) return std::nullopt;
     line.write(projector.takeOutput(now()));
+    if (projector.isUnplugged()) return std::nullopt;
     const auto redrawing = display.refresh(projector, now());
     const auto due = projector.nextDue();
     if (!due || !redrawing) return due ? due : redrawing;

@@ -94,6 +94,19 @@ TEST_F(CheckSubcommand, checksDefinitionsTogether) {
                 StartsWith("b.toml:2:8: error: model \"M\" is already defined at a.toml:2:8\n"));
 }
 
+TEST_F(CheckSubcommand, checksBinaryFilesEachByItself) {
+    folder.write("a.ccd", imageOf(modelWith("ON = 'x'")));
+    folder.write("b.ccd", imageOf(modelWith("ZOOM = 'x'")));
+    folder.write("c.toml", modelWith("MEMSAVE = 'x'"));
+    EXPECT_EQ(run({"a.ccd", "b.ccd", "none.ccd", "c.toml"}).output,
+              "b.ccd:byte 49: warning: \"ZOOM\" of \"M\" is never sent: the daemon acts on that "
+              "command by itself\n"
+              "none.ccd:1:1: error: cannot be read: No such file or directory\n"
+              "c.toml:5:1: warning: \"MEMSAVE\" of \"M\" is never sent: the daemon acts on that "
+              "command by itself\n"
+              "1 error, 2 warnings, 0 notes\n");
+}
+
 TEST_F(CheckSubcommand, knowsABinaryFileByItsNameOrItsContent) {
     const auto image = imageOf(modelWith("ON = 'x'"));
     folder.write("short.ccd", image.substr(0, 5));

@@ -174,6 +174,38 @@ TEST(DecompiledText, letsTwoModelsShareABlock) {
     EXPECT_EQ(imageOf(decompiled(image)), image);
 }
 
+TEST(DecompiledText, repeatsModelNamesAndTakesNamesThatAreKeysOfTheForm) {
+    test::DefinitionImage image;
+    image.commands = {{1, "timeout"}, {2, "commands"}};
+    image.blocks = {{.name = "M", .strings = {{1, "a"}, {2, "b"}}}, {.name = "M"}};
+    const auto text = decompiled(image.bytes());
+    EXPECT_THAT(text, HasSubstr("[model.commands]\ntimeout = 'a'\ncommands = 'b'\n"));
+    EXPECT_THAT(text, HasSubstr("[model.verbatim]\nname = 'M'\n"));
+    EXPECT_EQ(imageOf(text), image.bytes());
+}
+
+TEST(DecompiledText, keepsLongTails) {
+    const auto image = imageOf("[[model]]\nname = 'A'\nbaudrate = 1\n");
+    for (const char byte : {'\0', 'x'}) {
+        const auto longImage = image + std::string(1'100'000, byte);
+        EXPECT_TRUE(imageOf(decompiled(longImage)) == longImage) << static_cast<int>(byte);
+    }
+}
+
+TEST(DecompiledText, keepsABlockThatBeginsWithinReachAndEndsBeyond) {
+    DefinitionSet set;
+    set.models.resize(2);
+    set.models[0].name = "A";
+    set.models[0].blockLength = 65480;
+    set.models[1].name = "B";
+    set.models[1].blockOffset = 22 + 2 * 6 + 65480;
+    set.models[1].strings = {{{}, 1, std::string(200, 'x')}};
+    Mistakes mistakes({"m"});
+    const auto image = binaryImage(set, mistakes).value_or("");
+    ASSERT_GT(image.size(), 65536U);
+    EXPECT_EQ(imageOf(decompiled(image)), image);
+}
+
 TEST_F(DecompileFile, printsTheText) {
     EXPECT_EQ(run(imageOf("[[model]]\nname = 'A'\nbaudrate = 1\n")), 0);
     EXPECT_EQ(output, "[[model]]\nname = \"A\"\nbaudrate = 1\n");

@@ -25,7 +25,7 @@ class DefinitionGenerator {
         if (!isUsual) makeCommandList(set);
         const auto models = number(4);
         for (unsigned model = 0; model < models; ++model)
-            makeModel(set, "MODEL " + std::to_string(model), isUsual);
+            makeModel(set, "MODEL " + std::to_string(!isUsual && oneIn(6) ? 0 : model), isUsual);
         if (isUsual) {
             set.commandList = usualCommandList(set.models);
             return set;
@@ -58,7 +58,8 @@ class DefinitionGenerator {
         const auto count = number(30);
         for (unsigned index = 0; index < count; ++index) {
             const auto& entry = vocabulary.at(number(vocabulary.size()));
-            const auto name = oneIn(8) ? bytes(9) : std::string(entry.keyword);
+            auto name = oneIn(8) ? bytes(9) : std::string(entry.keyword);
+            if (oneIn(20)) name = "timeout";  // which is a key of the form, too
             set.commandList.push_back({{}, static_cast<std::uint16_t>(number(40)), name});
         }
     }

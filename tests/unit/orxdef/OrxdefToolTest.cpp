@@ -90,6 +90,17 @@ TEST_F(OrxdefTool, passesDefinitionsThroughAPipe) {
     EXPECT_THAT(output, HasSubstr("MODEL  BAUD RATE"));
 }
 
+TEST_F(OrxdefTool, readsStandardInputInEverySubcommand) {
+    folder.write("a.toml", "[[model]]\nname = 'A'\nbaudrate = 9600\n[model.commands]\nON = 'x'\n");
+    ASSERT_EQ(run("compile - -o orx.ccd <a.toml"), 0);
+    EXPECT_EQ(run("check - <a.toml"), 0) << output;
+    for (const std::string subcommand : {"check -", "list -", "decompile -", "encode - A ON"}) {
+        EXPECT_EQ(run(subcommand + " <orx.ccd"), 0) << output << errors;
+        EXPECT_EQ(run("--version; cat orx.ccd | '" ORX_ORXDEF_EXECUTABLE "' " + subcommand), 0)
+            << output << errors;
+    }
+}
+
 TEST_F(OrxdefTool, checksForPeopleAndMachines) {
     folder.write("a.toml",
                  "[[model]]\nname = 'A'\nbaudrate = 9600\n[model.commands]\nZOOM = 'x'\n");
@@ -103,10 +114,16 @@ TEST_F(OrxdefTool, encodesWordsThatLookLikeOptions) {
     folder.write(
         "a.toml",
         "[[model]]\nname = 'A'\nbaudrate = 9600\n[model.commands]\n'Z-' = 'z'\n"
-        "CONTRAST = { send = 'C{1}', args = [{ type = 'B', len = 2, min = -9, max = 9 }] }\n");
+        "CONTRAST = { send = 'C{1}', args = [{ type = 'B', len = 2, min = -9, max = 9 }] }\n"
+        "KEYSTONEVERT = { send = 'K{1}', args = [{ type = 'D', digits = 1, decimals = 1, "
+        "min = -9, max = 9 }] }\n");
     ASSERT_EQ(run("compile a.toml -o a.ccd"), 0);
     EXPECT_EQ(run("encode a.ccd A CONTRAST -7"), 0);
     EXPECT_EQ(output, "C-07\n[43 2d 30 37]\n");
+    EXPECT_EQ(run("encode a.ccd A CONTRAST -- -7"), 0);
+    EXPECT_EQ(output, "C-07\n[43 2d 30 37]\n");
+    EXPECT_EQ(run("encode a.ccd A KEYSTONEVERT -.5"), 0);
+    EXPECT_EQ(output, "K-0.5\n[4b 2d 30 2e 35]\n");
     EXPECT_EQ(run("encode a.ccd A Z-"), 0);
     EXPECT_EQ(output, "z\n[7a]\n");
 }

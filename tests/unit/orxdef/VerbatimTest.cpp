@@ -154,6 +154,11 @@ INSTANTIATE_TEST_SUITE_P(
         Case{"orderOfAnotherKind",
              modelVerbatim("order = ['ON', 3]"),
              {"m.toml:5:9: order must be an array of names"}},
+        Case{"orderOfNamesThatAreNotThereOrStandTwice",
+             "[[model]]\nname = 'M'\nbaudrate = 1\n[model.commands]\nON = 'x'\n"
+             "[model.verbatim]\norder = ['ON', 'OF', 'ON']\n",
+             {R"(m.toml:7:9: "OF" in order is not among the commands of the model)",
+              R"(m.toml:7:9: "ON" stands twice in order)"}},
         Case{"stringWithoutBytes",
              modelVerbatim("strings = [{ id = 1 }]"),
              {"m.toml:5:12: entry 1 of strings has no bytes"}},

@@ -115,9 +115,18 @@ TEST(CommandRecognizer, letsGoOfEndlessGarbage) {
 TEST(CommandRecognizer, wantsTheChecksum) {
     Ears ears(usualCommands(), orxdef::Checksum::sum8);
     EXPECT_THAT(ears.hear("PWR ON\r"), IsEmpty());
-    EXPECT_THAT(ears.silence(), IsEmpty());
     EXPECT_THAT(ears.hear("\xc3"), ElementsAre("ON"));
     EXPECT_THAT(ears.hear("SOURCE 07\r\x65"), ElementsAre("INPUT 7"));
+}
+
+TEST(CommandRecognizer, givesUpACommandThatSilenceLeavesWithoutItsChecksum) {
+    Ears ears(usualCommands(), orxdef::Checksum::sum8);
+    EXPECT_THAT(ears.hear("PWR ON"), IsEmpty());
+    EXPECT_THAT(ears.silence(), IsEmpty());
+    EXPECT_THAT(ears.hear("\r"), IsEmpty());
+    EXPECT_TRUE(ears.awaitsSilence());
+    EXPECT_THAT(ears.silence(), ElementsAre("? PWR ON\r: incomplete command"));
+    EXPECT_THAT(ears.hear("PWR ON\r\xc3"), ElementsAre("ON"));
 }
 
 TEST(CommandRecognizer, refusesAWrongChecksumAndGoesOnBehindIt) {

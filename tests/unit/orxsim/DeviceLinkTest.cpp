@@ -45,6 +45,17 @@ TEST_F(DeviceLinks, replaceNothingElse) {
     EXPECT_THROW(DeviceLink(folder.path().string(), "/dev/pts/12345"), std::runtime_error);
 }
 
+TEST_F(DeviceLinks, leaveALinkAloneThatLeadsToSomething) {
+    fs::create_symlink("/dev/null", path);
+    try {
+        const DeviceLink link(path, "/dev/pts/12345");
+        FAIL() << "the link was replaced";
+    } catch (const std::runtime_error& error) {
+        EXPECT_EQ(error.what(), path + ": leads to /dev/null, which is in use; remove it first");
+    }
+    EXPECT_EQ(target(), "/dev/null");
+}
+
 TEST_F(DeviceLinks, needTheFolderTheyAreToStandIn) {
     try {
         const DeviceLink link(folder.file("missing/projector"), "/dev/pts/12345");

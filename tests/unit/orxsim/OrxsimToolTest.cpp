@@ -38,8 +38,23 @@ TEST(OrxsimTool, answersCommandsAndWritesAnEventForEach) {
               R"("zoom":{"motor":1000,"lens":1000,"lost":0,"contacts":0,)"
               R"("jogcontacts":0,"resetcontacts":0,"travel":2000},)"
               R"("focus":{"motor":500,"lens":500,"lost":0,"contacts":0,)"
-              R"("jogcontacts":0,"resetcontacts":0,"travel":1000}},"answer":"OK\r"})"
+              R"("jogcontacts":0,"resetcontacts":0,"travel":1000}},)"
+              R"("state":{"power":false,"shutter":false,"audio mute":false,"picture mute":false,)"
+              R"("av mute":false,"freeze":false,"input":"7","values":{}},"answer":"OK\r"})"
               "\n");
+}
+
+TEST(OrxsimTool, writesItsStateWheneverThatHasChanged) {
+    RunningSimulator simulator({.options = {"--model", "DEMO-1"}});
+    EXPECT_EQ(simulator.event()["state"]["power"], false);
+    LineEnd(simulator.link()).send("PWR ON\rPWR ON\rZOOM STEP +\rCONTRAST +007\rPWR OFF\r");
+    EXPECT_EQ(simulator.event()["state"]["power"], true);
+    for (int unchanged = 0; unchanged < 2; ++unchanged)
+        EXPECT_FALSE(simulator.event().contains("state"));
+    EXPECT_EQ(simulator.event()["state"]["values"]["CONTRAST"][0], "7");
+    const auto last = simulator.event()["state"];
+    EXPECT_EQ(last["power"], false);
+    EXPECT_EQ(last["values"].size(), 1);
 }
 
 TEST(OrxsimTool, writesAnEventForBytesThatItRefuses) {

@@ -46,8 +46,9 @@ TEST(ProjectorState, turnsEachSwitchOnAndOffByItsOwnCommands) {
 
 TEST(ProjectorState, keepsTheInputChosenLast) {
     ProjectorState state;
-    state.apply("INPUT", {"3"});
-    state.apply("INPUT", {"7"});
+    EXPECT_TRUE(state.apply("INPUT", {"3"}));
+    EXPECT_TRUE(state.apply("INPUT", {"7"}));
+    EXPECT_FALSE(state.apply("INPUT", {"7"}));
     EXPECT_EQ(state.input(), "7");
     EXPECT_THAT(state.values(), IsEmpty());
 }

@@ -73,6 +73,14 @@ TEST_F(ScreenLines, areNeverMoreThanTheTerminalIsHigh) {
     EXPECT_THAT(lines({80, 5}), SizeIs(5));
 }
 
+TEST_F(ScreenLines, keepTheLastCommandsOnASmallTerminal) {
+    send("PWR ON\rSOURCE 07\rX\r");
+    const auto shown = lines({40, 8});
+    EXPECT_THAT(shown, ElementsAre(HasSubstr("orxsim"), HasSubstr("zoom"), HasSubstr("focus"),
+                                   HasSubstr("power on"), HasSubstr("2 commands, 1 unknown"),
+                                   HasSubstr("X"), HasSubstr("INPUT 7"), HasSubstr("ON")));
+}
+
 TEST_F(ScreenLines, putTheNewestCommandFirst) {
     for (int number = 0; number < 50; ++number)
         send("PWR ON\r");
