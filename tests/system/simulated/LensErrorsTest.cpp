@@ -10,6 +10,7 @@
 
 #include <gmock/gmock.h>
 
+#include "system/simulated/Bench.h"
 #include "system/simulated/LensErrors.h"
 #include "system/simulated/MeasuredTable.h"
 #include "system/simulated/SideBySide.h"
@@ -76,6 +77,29 @@ TEST_F(LockInErrorTable, ShowsNoErrorWithoutBacklashAndAllOfItWithoutLockIn) {
         EXPECT_EQ(spread(mode, 0), 0) << "mode " << mode;
     for (std::size_t column = 0; column < backlashes.size(); ++column)
         EXPECT_EQ(spread(0, column), backlashes.at(column));
+}
+
+/// How far the lens is from where it was saved, after a way down and a recall.
+int recallError(const std::vector<std::string>& way) {
+    Bench bench({.projector = {"--travel", "104", "--backlash", "4"},
+                 .configuration = "abszoom.lockinmode = 0\n",
+                 .lensMemory = "zoommax = 100\n"});
+    for (const auto& command : way) {
+        bench.send(command);
+        static_cast<void>(bench.waitForRest());
+    }
+    bench.send("MEMSAVE 1");
+    const auto saved = bench.waitUntilExecuted().zoom.lens;
+    bench.send("ZOOMX 20");
+    static_cast<void>(bench.waitForRest());
+    bench.send("MEMLOAD 1");
+    static_cast<void>(bench.waitForRest());
+    return bench.waitUntilExecuted().zoom.lens - saved;
+}
+
+TEST(Backlash, ShowsInARecallOnlyWhereTheSpotWasSavedAfterAMoveDown) {
+    EXPECT_EQ(recallError({"ZOOMX 20", "ZOOMX 50"}), 0);
+    EXPECT_EQ(recallError({"ZOOMX 80", "ZOOMX 50"}), -4);
 }
 
 const std::vector<std::string> losses{"1/200", "1/50", "1/20"};

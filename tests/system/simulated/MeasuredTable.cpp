@@ -55,7 +55,9 @@ void MeasuredTable::compareWithDocument() const {
     const auto measured = markdown();
     std::cout << measured;
     if (const char* folder = std::getenv("ORX_LENS_TABLES")) {
-        std::ofstream(std::string(folder) + "/" + name + ".md") << measured;
+        std::ofstream file(std::string(folder) + "/" + name + ".md");
+        file << measured;
+        EXPECT_TRUE(file.flush()) << "the table cannot be written below " << folder;
         return;
     }
     EXPECT_EQ(documented(), measured)

@@ -59,6 +59,11 @@ class SimulatedCalibration : public testing::TestWithParam<std::string> {
         calibrate(focusWords);
     }
 
+    void expectTravels() const {
+        EXPECT_EQ(bench.status().zoom.upperEnd, zoomTravel);
+        EXPECT_EQ(bench.status().focus.upperEnd, focusTravel);
+    }
+
     void saveAllSpots() {
         int slot = 0;
         for (const auto& spot : spots) {
@@ -154,8 +159,27 @@ TEST_P(SimulatedCalibration, OutlivesARestart) {
     bench.restart();
     EXPECT_EQ(bench.status().zoom.text, "undefined");
     recallAllSpots();
-    EXPECT_EQ(bench.status().zoom.upperEnd, zoomTravel);
-    EXPECT_EQ(bench.status().focus.upperEnd, focusTravel);
+    expectTravels();
+}
+
+TEST_P(SimulatedCalibration, CanBeRepeatedAfterARestart) {
+    bench.send("ZOCALEND 5\nFOCALEND 5");
+    bench.restart();
+    calibrateBoth();
+    expectTravels();
+    saveAllSpots();
+    recallAllSpots();
+}
+
+TEST_P(SimulatedCalibration, CanBeRepeatedOnceTheDaemonWasKilledInTheMiddleOfIt) {
+    bench.send("ZOCALSTART\nAZ+\nAZ+\nFOCALSTART\nAF+");
+    static_cast<void>(bench.waitUntilExecuted());
+    bench.kill();
+    bench.start();
+    calibrateBoth();
+    expectTravels();
+    saveAllSpots();
+    recallAllSpots();
 }
 
 TEST_P(SimulatedCalibration, OutlivesAKilledDaemon) {
@@ -163,8 +187,7 @@ TEST_P(SimulatedCalibration, OutlivesAKilledDaemon) {
     saveAllSpots();
     killInMidMove();
     recallAllSpots();
-    EXPECT_EQ(bench.status().zoom.upperEnd, zoomTravel);
-    EXPECT_EQ(bench.status().focus.upperEnd, focusTravel);
+    expectTravels();
 }
 
 }  // namespace
