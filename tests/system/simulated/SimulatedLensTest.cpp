@@ -44,8 +44,9 @@ struct Tally {
     void print() const {
         std::cout << sequences << " sequences, " << commands << " commands, " << lineCommands
                   << " commands on the line, " << comparisons << " comparisons at rest; "
-                  << inFlight.resets << " resets of axes that may have been moving, which left " << inFlight.differences
-                  << " differences of 1 and " << inFlight.contacts << " end stop contacts\n";
+                  << inFlight.resets << " resets of axes that may have been moving, which left "
+                  << inFlight.differences << " differences of 1 and " << inFlight.contacts
+                  << " end stop contacts\n";
     }
 };
 
