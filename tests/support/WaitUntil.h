@@ -25,10 +25,10 @@ inline pid_t thisThread() {
     return ::gettid();
 }
 
-/// Whether a thread of this process sleeps in the system: on a lock, in a read or a write, or
-/// waiting for another thread.
+/// Whether a thread, or the first one of a process, sleeps in the system: on a lock, in a read or a
+/// write, or waiting for another thread.
 inline bool isAsleep(pid_t thread) {
-    std::ifstream file("/proc/self/task/" + std::to_string(thread) + "/stat");
+    std::ifstream file("/proc/" + std::to_string(thread) + "/stat");
     std::string stat;
     std::getline(file, stat);
     const auto state = stat.rfind(") ");

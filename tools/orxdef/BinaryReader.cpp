@@ -53,6 +53,10 @@ class Reader {
                           std::to_string(header::size));
             return false;
         }
+        if (image.find('\0') == std::string_view::npos) {
+            report(0, "this is text and no definition file; orxdef compile makes one of TOML");
+            return false;
+        }
         const auto before = mistakes.count();
         set.place = placeOf(0);
         std::ranges::copy(image.substr(0, header::magic.size), set.magic.begin());

@@ -166,14 +166,15 @@ class Reader {
 
 }  // namespace
 
-CommandEntries readCommand(const toml::key& keyword, const toml::node& value,
-                           const CommandNumbering& numbering, FileReport& report) {
+std::optional<CommandEntries> readCommand(const toml::key& keyword, const toml::node& value,
+                                          const CommandNumbering& numbering, FileReport& report) {
     const auto name = keyword.str();
     const auto id = numbering.find(name);
-    if (!id) report.add(keyword.source(), unknownCommand(name));
-    // Its value is not that of a command, of which there is nothing to say.
-    if (!id && isModelKey(name)) return {};
-    return Reader(keyword, id.value_or(0), report).read(value);
+    if (id) return Reader(keyword, *id, report).read(value);
+    report.add(keyword.source(), unknownCommand(name));
+    // What else is wrong with it is worth knowing, unless it never was meant as a command.
+    if (!isModelKey(name)) static_cast<void>(Reader(keyword, 0, report).read(value));
+    return std::nullopt;
 }
 
 }  // namespace orx::orxdef

@@ -1,6 +1,7 @@
 // Reads what a TOML definition says of one command.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -18,9 +19,11 @@ struct CommandEntries {
 };
 
 /// The command that stands under `keyword`: a string, or a table of `send` and `args`. Its number
-/// is that of `numbering`; a name that has none is a mistake.
+/// is that of `numbering`; a name that has none is a mistake and gives nothing.
 /// What is mistaken is in `report`, and the result then tells as much as could be read.
-[[nodiscard]] CommandEntries readCommand(const toml::key& keyword, const toml::node& value,
-                                         const CommandNumbering& numbering, FileReport& report);
+[[nodiscard]] std::optional<CommandEntries> readCommand(const toml::key& keyword,
+                                                        const toml::node& value,
+                                                        const CommandNumbering& numbering,
+                                                        FileReport& report);
 
 }  // namespace orx::orxdef

@@ -7,6 +7,7 @@
 #include <set>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "orxdef/CommandReader.h"
 #include "orxdef/ModelKeys.h"
@@ -64,7 +65,8 @@ std::vector<CommandEntries> readCommands(const TableReader& reader,
         return commands;
     }
     for (const auto& [keyword, command] : *table)
-        commands.push_back(readCommand(keyword, command, numbering, report));
+        if (auto entries = readCommand(keyword, command, numbering, report))
+            commands.push_back(std::move(*entries));
     std::ranges::sort(commands, {}, &CommandEntries::name);
     return commands;
 }

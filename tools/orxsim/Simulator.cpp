@@ -34,9 +34,11 @@ Instant Simulator::now() const {
     return std::chrono::steady_clock::now() - start;
 }
 
+/// Whoever writes may have collected the signal that ends the simulator; so it is asked for last
+/// ahead of the wait, which that signal would not end any more.
 void Simulator::run(const std::string& model) {
     display.begin({line.device(), link.path(), model}, projector);
-    while (!signals.isStopRequested()) {
+    while (true) {
         const auto due = advance();
         if (projector.isUnplugged()) {
             link.remove();
@@ -44,6 +46,7 @@ void Simulator::run(const std::string& model) {
             display.unplugged();
             return;
         }
+        if (signals.isStopRequested()) break;
         wait(due);
     }
     link.remove();

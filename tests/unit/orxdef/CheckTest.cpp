@@ -87,6 +87,13 @@ TEST_F(CheckSubcommand, reportsMistakesOfTheTextAndLimitsOfTheForm) {
               "1 error, 2 warnings, 0 notes\n");
 }
 
+TEST_F(CheckSubcommand, saysNothingMoreOfAnUnknownCommand) {
+    folder.write("m.toml", modelWith("ON = 'x'\nPWR = 'x'"));
+    EXPECT_EQ(run({"m.toml"}).output,
+              "m.toml:6:1: error: unknown command \"PWR\"\n"
+              "1 error, 0 warnings, 0 notes\n");
+}
+
 TEST_F(CheckSubcommand, checksDefinitionsTogether) {
     folder.write("a.toml", modelWith("ON = 'x'"));
     folder.write("b.toml", modelWith("ON = 'x'"));

@@ -137,6 +137,16 @@ TEST_F(OrxdefTool, endsWithStatusOneOnADamagedFile) {
     }
 }
 
+TEST_F(OrxdefTool, tellsThatDefinitionsHaveToBeCompiled) {
+    folder.write("a.toml", "[[model]]\nname = 'A'\nbaudrate = 9600\n");
+    for (const auto* subcommand : {"list", "decompile"}) {
+        EXPECT_EQ(run(std::string(subcommand) + " a.toml"), 1);
+        EXPECT_EQ(errors,
+                  "a.toml:byte 0: this is text and no definition file; orxdef compile makes one of "
+                  "TOML\n");
+    }
+}
+
 TEST_F(OrxdefTool, noticesThatItsOutputIsLost) {
     EXPECT_EQ(run("schema >/dev/full 2>lost; echo $? >status; true"), 0);
     EXPECT_EQ(test::contentOf(folder.file("status")), "1\n");

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <array>
+#include <climits>
 #include <csignal>
 #include <fcntl.h>
 #include <nlohmann/json.hpp>
@@ -106,18 +107,31 @@ class RunningSimulator {
         writeEnd.close();
         readEnd.close();
     }
-    /// Whether nothing more can be written to the pipe. Only ahead of `line` and `rest`.
-    [[nodiscard]] bool isPipeFull() const {
-        pollfd writable{writeEnd.get(), POLLOUT, 0};
-        return ::poll(&writable, 1, 0) == 0;
+    /// Whether there is output that has not been read.
+    [[nodiscard]] bool hasWritten() const {
+        pollfd readable{readEnd.get(), POLLIN, 0};
+        return ::poll(&readable, 1, 0) > 0;
     }
+    /// Leaves no room for output. Only ahead of `line` and `rest`.
+    void fillPipe() const {
+        const auto hasRoom = [this] {
+            pollfd writable{writeEnd.get(), POLLOUT, 0};
+            return ::poll(&writable, 1, 0) > 0;
+        };
+        constexpr std::array<char, PIPE_BUF> piece{};
+        while (hasRoom() && ::write(writeEnd.get(), piece.data(), piece.size()) > 0) {
+        }
+    }
+
+    [[nodiscard]] bool waitUntilAsleep() const { return test::waitUntilAsleep(process); }
 
     void signal(int number) const { ::kill(process, number); }
 
-    /// The exit status; -1 where a signal has ended the process.
+    /// The exit status; -1 where a signal has ended the process, or nothing does.
     int wait() {
         int status = 0;
-        ::waitpid(process, &status, 0);
+        if (!test::waitUntil([&] { return ::waitpid(process, &status, WNOHANG) == process; }))
+            return -1;
         process = -1;
         return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
     }
