@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <stdexcept>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "orxdef/Files.h"
@@ -244,6 +245,14 @@ DefinitionSet readBinaryFile(Mistakes& mistakes, std::string& image) {
         mistakes.addUnreadable(0, error.what());
         return {};
     }
+}
+
+std::optional<DefinitionSet> readSoundFile(const std::string& path, std::string& image,
+                                           std::ostream& errors) {
+    Mistakes mistakes({path});
+    auto definitions = readBinaryFile(mistakes, image);
+    mistakes.print(errors);
+    return mistakes.empty() ? std::optional(std::move(definitions)) : std::nullopt;
 }
 
 }  // namespace orx::orxdef

@@ -5,6 +5,8 @@
 #pragma once
 
 #include <cstddef>
+#include <iosfwd>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -22,5 +24,10 @@ namespace orx::orxdef {
 /// The same for the first file of `mistakes`, whose bytes are then in `image`. A file that cannot
 /// be read is a mistake like any other.
 [[nodiscard]] DefinitionSet readBinaryFile(Mistakes& mistakes, std::string& image);
+
+/// The same for the file at `path`, for whom only a file without any damage will do: otherwise all
+/// that is wrong with it goes to `errors`, a line each, and there is no result.
+[[nodiscard]] std::optional<DefinitionSet> readSoundFile(const std::string& path,
+                                                         std::string& image, std::ostream& errors);
 
 }  // namespace orx::orxdef

@@ -19,14 +19,10 @@ bool compilesTo(const std::string& image, const std::string& text) {
 }  // namespace
 
 int decompile(const std::string& path, std::ostream& output, std::ostream& errors) {
-    Mistakes mistakes({path});
     std::string image;
-    const auto definitions = readBinaryFile(mistakes, image);
-    if (!mistakes.empty()) {
-        mistakes.print(errors);
-        return 1;
-    }
-    const auto text = tomlText(definitions);
+    const auto definitions = readSoundFile(path, image, errors);
+    if (!definitions) return 1;
+    const auto text = tomlText(*definitions);
     // No such file is known; but what is given back has to be right, or nothing.
     if (!compilesTo(image, text)) {
         errors << path << ": the TOML for it would not compile to the same bytes\n";

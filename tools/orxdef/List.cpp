@@ -82,21 +82,17 @@ void addCommandRows(const std::string& name, const ModelCommand& command, std::v
 }  // namespace
 
 int list(const std::string& path, std::ostream& output, std::ostream& errors) {
-    Mistakes mistakes({path});
     std::string image;
-    const auto definitions = readBinaryFile(mistakes, image);
-    if (!mistakes.empty()) {
-        mistakes.print(errors);
-        return 1;
-    }
+    const auto definitions = readSoundFile(path, image, errors);
+    if (!definitions) return 1;
     std::vector<Row> models{
         {"MODEL", "BAUD RATE", "FRAME", "TIMEOUT", "DELAY", "CHECKSUM", "COMMANDS"}};
-    for (const auto& model : definitions.models)
-        models.push_back(modelRow(definitions, model));
+    for (const auto& model : definitions->models)
+        models.push_back(modelRow(*definitions, model));
     output << tableText(models);
-    for (const auto& model : definitions.models) {
+    for (const auto& model : definitions->models) {
         std::vector<Row> commands{{"COMMAND", "BYTES", "ARGUMENTS"}};
-        for (const auto& [name, command] : commandTable(definitions, model))
+        for (const auto& [name, command] : commandTable(*definitions, model))
             addCommandRows(name, command, commands);
         output << '\n' << escapeBytes(model.name) << "\n\n" << tableText(commands);
     }

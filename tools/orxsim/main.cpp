@@ -12,8 +12,6 @@
 
 #include "orxdef/BinaryReader.h"
 #include "orxdef/CommandTable.h"
-#include "orxdef/Files.h"
-#include "orxdef/Mistakes.h"
 #include "orxsim/EventWriter.h"
 #include "orxsim/LiveScreen.h"
 #include "orxsim/Options.h"
@@ -29,21 +27,6 @@ void occupyStandardDescriptors() {
         const int descriptor = ::open("/dev/null", O_RDWR);
         if (descriptor > STDERR_FILENO) ::close(descriptor);
         if (descriptor > STDERR_FILENO || descriptor < 0) return;
-    }
-}
-
-/// Prints what is wrong with the file; gives whether anything is.
-bool printMistakes(const orxdef::Mistakes& mistakes) {
-    for (const auto& line : mistakes.lines())
-        std::cerr << line << '\n';
-    return !mistakes.empty();
-}
-
-std::string contentOf(const std::string& path) {
-    try {
-        return orxdef::readFile(path);
-    } catch (const std::runtime_error& error) {
-        throw std::runtime_error(path + ": " + error.what());
     }
 }
 
@@ -65,11 +48,11 @@ std::unique_ptr<Display> makeDisplay(bool wantsEvents, Output& output, StopSigna
 }
 
 int simulate(const Options& options) {
-    orxdef::Mistakes mistakes({options.definitions});
-    const auto definitions = orxdef::readBinary(contentOf(options.definitions), 0, mistakes);
-    if (printMistakes(mistakes)) return 1;
-    const auto& model = modelCalled(options.model, definitions, options.definitions);
-    const auto commands = orxdef::commandTable(definitions, model);
+    std::string image;
+    const auto definitions = orxdef::readSoundFile(options.definitions, image, std::cerr);
+    if (!definitions) return 1;
+    const auto& model = modelCalled(options.model, *definitions, options.definitions);
+    const auto commands = orxdef::commandTable(*definitions, model);
     StopSignals signals;
     Output output(STDOUT_FILENO, signals);
     const auto display = makeDisplay(options.json, output, signals);

@@ -282,7 +282,7 @@ TEST(OrxsimToolFails, forAFileThatIsMissingOrDamaged) {
     const auto missing = failure({"--model", "DEMO-1"}, folder.file("missing.ccd"));
     EXPECT_EQ(missing.first, 1);
     EXPECT_EQ(missing.second,
-              "orxsim: " + folder.file("missing.ccd") + ": No such file or directory\n");
+              folder.file("missing.ccd") + ":1:1: cannot be read: No such file or directory\n");
     const auto [status, errors] = failure({"--model", "DEMO-1"}, damaged);
     EXPECT_EQ(status, 1);
     EXPECT_THAT(errors, StartsWith(damaged + ":"));
