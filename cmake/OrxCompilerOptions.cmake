@@ -17,8 +17,9 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL GNU AND CMAKE_CXX_COMPILER_VERSION VERSION_LES
 endif()
 
 if(ORX_SANITIZE)
+    # A report needs lines and no more; full debug information takes minutes to compile and link.
     target_compile_options(orx_options INTERFACE
-        -fsanitize=${ORX_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+        -fsanitize=${ORX_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer -g1)
     target_link_options(orx_options INTERFACE -fsanitize=${ORX_SANITIZE})
 endif()
 if(ORX_COVERAGE)
