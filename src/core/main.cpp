@@ -1,14 +1,13 @@
 // The process entry: orx [CONFIGURATION FILE]
 #include <csignal>
 #include <exception>
-#include <fcntl.h>
 #include <string>
-#include <unistd.h>
 
 #include "config/MainConfig.h"
 #include "core/BuildIdentity.h"
 #include "core/Console.h"
 #include "core/Orx.h"
+#include "core/StandardDescriptors.h"
 
 namespace {
 
@@ -17,14 +16,6 @@ namespace {
 void ignoreHangUps() {
     std::signal(SIGPIPE, SIG_IGN);
     std::signal(SIGHUP, SIG_IGN);
-}
-
-/// A standard descriptor that is closed would be the number of the next file opened: what is meant
-/// for the console would go out on the serial line.
-void occupyStandardDescriptors() {
-    for (int descriptor = STDIN_FILENO; descriptor <= STDERR_FILENO; ++descriptor) {
-        if (::fcntl(descriptor, F_GETFD) == -1) ::open("/dev/null", O_RDWR);
-    }
 }
 
 void serve(const std::string& configPath) {
@@ -36,7 +27,7 @@ void serve(const std::string& configPath) {
 }  // namespace
 
 int main(int argc, char* argv[]) {
-    occupyStandardDescriptors();
+    orx::occupyStandardDescriptors();
     ignoreHangUps();
     const std::string argument = argc > 1 ? argv[1] : "";
     if (argument == "--internalversion") {

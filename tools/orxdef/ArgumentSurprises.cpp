@@ -9,8 +9,6 @@
 namespace orx::orxdef {
 namespace {
 
-constexpr std::string_view types = "ABDIX";
-
 /// Narrower fields are usual for numbers of any length.
 constexpr int leastFilledWidth = 2;
 
@@ -48,7 +46,7 @@ class Finder {
             findPoint();
         else
             findWidth();
-        if (setting.style.withSign && (argument.type == 'A' || !isKnownType()))
+        if (setting.style.withSign && (argument.type == 'A' || !argument.hasKnownType()))
             add(Severity::note, " is sent with a sign, as the argument ahead of it");
     }
 
@@ -65,7 +63,7 @@ class Finder {
     }
 
     void findKind() {
-        if (!isKnownType())
+        if (!argument.hasKnownType())
             add(Severity::warning,
                 " has the unknown type " + typeName() + " and is sent as a plain number");
         if (setting.kind == ArgumentKind::decimal && argument.type != 'D')
@@ -149,13 +147,9 @@ class Finder {
         const int needed = base == 16 && argument.min < 0
                                ? 0  // has been told already
                                : std::max(width(argument.min), width(argument.max));
-        if (isKnownType() && argument.len >= leastFilledWidth && needed > available)
+        if (argument.hasKnownType() && argument.len >= leastFilledWidth && needed > available)
             add(Severity::warning, " can have " + std::to_string(needed) +
                                        " characters, more than its " + std::to_string(available));
-    }
-
-    [[nodiscard]] bool isKnownType() const {
-        return types.find(static_cast<char>(argument.type)) != std::string_view::npos;
     }
 
     [[nodiscard]] std::string typeName() const {

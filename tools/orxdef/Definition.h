@@ -11,6 +11,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "orxdef/Mistakes.h"
@@ -43,6 +44,9 @@ struct ArgumentDescriptor {
     std::uint8_t len = 0;     ///< width; for 'D' decimals in the high nibble, digits in the low one
     std::uint8_t type = 'A';  ///< 'A', 'B', 'D', 'I' or 'X'; any other is sent as plain decimal
 
+    [[nodiscard]] bool hasKnownType() const noexcept {
+        return std::string_view("ABDIX").find(static_cast<char>(type)) != std::string_view::npos;
+    }
     /// Type 'D': digits after the decimal point.
     [[nodiscard]] int decimals() const noexcept { return len / 16; }
     /// Type 'D': digits ahead of the decimal point; with 0 the number has neither sign nor filling.
@@ -51,6 +55,8 @@ struct ArgumentDescriptor {
 
 /// The parity of a serial line, with its code in the binary file; other codes mean none.
 enum class Parity : std::uint8_t { none = 0, odd = 1, even = 2 };
+/// How TOML calls them, by code.
+inline constexpr std::array<std::string_view, 3> parityNames{"none", "odd", "even"};
 
 /// What a model expects after each command, with its code in the binary file; other codes mean
 /// none.

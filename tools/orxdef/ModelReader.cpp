@@ -18,8 +18,7 @@
 namespace orx::orxdef {
 namespace {
 
-/// In the order of the enumerators of `Parity` and `Checksum`.
-constexpr std::array<std::string_view, 3> parityNames{"none", "odd", "even"};
+/// In the order of the enumerators of `Checksum`.
 constexpr std::array<std::string_view, 2> checksumNames{"none", "sum8"};
 
 constexpr std::size_t greatestNameLength = 255;

@@ -20,8 +20,6 @@ namespace {
 
 using Lines = std::vector<std::string>;
 
-constexpr std::array<std::string_view, 3> parityNames{"none", "odd", "even"};
-
 /// One command of a model as the plain form has it.
 struct NamedCommand {
     std::string name;
@@ -56,7 +54,6 @@ std::string argumentTable(const ArgumentDescriptor& argument) {
 
 /// Whether the arguments can be said by placeholders and `args`.
 bool isPlain(const NamedCommand& command) {
-    constexpr std::string_view types = "ABDIX";
     if (command.arguments.empty()) return true;
     if (isKnownKeyword(command.name) && argumentKind(command.name) == ArgumentKind::none)
         return false;
@@ -64,7 +61,7 @@ bool isPlain(const NamedCommand& command) {
     std::size_t pos = 0;
     for (const auto& argument : command.arguments) {
         if (argument.number != ++number || argument.pos < pos || argument.min > argument.max ||
-            types.find(static_cast<char>(argument.type)) == std::string_view::npos)
+            !argument.hasKnownType())
             return false;
         pos = argument.pos;
     }

@@ -1,7 +1,6 @@
 // The simulator's entry: command line, definition, and the way out.
 
 #include <exception>
-#include <fcntl.h>
 #include <iostream>
 #include <memory>
 #include <stdexcept>
@@ -10,6 +9,7 @@
 
 #include <CLI/CLI.hpp>
 
+#include "core/StandardDescriptors.h"
 #include "orxdef/BinaryReader.h"
 #include "orxdef/CommandTable.h"
 #include "orxsim/EventWriter.h"
@@ -19,16 +19,6 @@
 
 namespace orx::orxsim {
 namespace {
-
-/// The serial line must not become one of the standard descriptors where these are closed: events
-/// and errors would be sent to the daemon.
-void occupyStandardDescriptors() {
-    while (true) {
-        const int descriptor = ::open("/dev/null", O_RDWR);
-        if (descriptor > STDERR_FILENO) ::close(descriptor);
-        if (descriptor > STDERR_FILENO || descriptor < 0) return;
-    }
-}
 
 const orxdef::ModelDefinition& modelCalled(const std::string& name,
                                            const orxdef::DefinitionSet& definitions,
@@ -77,7 +67,7 @@ int run(int argc, char** argv) {
 
 int main(int argc, char** argv) {
     try {
-        orx::orxsim::occupyStandardDescriptors();
+        orx::occupyStandardDescriptors();
         return orx::orxsim::run(argc, argv);
     } catch (const std::exception& error) {
         std::cerr << "orxsim: " << error.what() << '\n';

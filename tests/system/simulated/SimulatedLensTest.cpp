@@ -6,7 +6,6 @@
 #include <cstdlib>
 #include <iostream>
 #include <mutex>
-#include <thread>
 #include <vector>
 
 #include <gmock/gmock.h>
@@ -14,6 +13,7 @@
 #include "system/simulated/LensSequence.h"
 #include "system/simulated/SequenceRun.h"
 #include "system/simulated/Shrink.h"
+#include "system/simulated/SideBySide.h"
 
 namespace orx::test {
 namespace {
@@ -73,38 +73,30 @@ std::string describeFailure(const LensSequence& sequence, const std::string& vio
 
 class Sequences {
   public:
-    Sequences(int firstSeed, int sequenceCount) : next(firstSeed), end(firstSeed + sequenceCount) {}
-
     /// Plays them all, several daemons side by side: most of the time each of them waits.
-    void playAll() {
-        constexpr int sideBySide = 8;
-        std::vector<std::thread> threads;
-        for (int channel = 0; channel < sideBySide; ++channel)
-            threads.emplace_back([this, channel] { playSome(channel); });
-        for (auto& thread : threads)
-            thread.join();
+    void playAll(int firstSeed, int count) {
+        workSideBySide(static_cast<std::size_t>(count), [&](std::size_t number, int channel) {
+            playOne(static_cast<std::uint64_t>(firstSeed) + number, channel);
+        });
     }
 
     [[nodiscard]] const Tally& tally() const { return shown; }
     [[nodiscard]] const std::vector<std::string>& failures() const { return failed; }
 
   private:
-    /// Ends at the first failure, which all that follow would only repeat.
-    void playSome(int channel) {
-        for (int seed = next++; seed < end && !anyFailed; seed = next++) {
-            const auto sequence = randomSequence(static_cast<std::uint64_t>(seed));
-            const auto outcome = play(sequence, channel);
-            const bool first = !outcome.violation.empty() && !anyFailed.exchange(true);
-            const auto failure =
-                first ? describeFailure(sequence, outcome.violation, channel) : std::string();
-            const std::lock_guard lock(mutex);
-            shown.add(sequence, outcome);
-            if (first) failed.push_back(failure);
-        }
+    /// None is played behind the first failure, which all that follow would only repeat.
+    void playOne(std::uint64_t seed, int channel) {
+        if (anyFailed) return;
+        const auto sequence = randomSequence(seed);
+        const auto outcome = play(sequence, channel);
+        const bool first = !outcome.violation.empty() && !anyFailed.exchange(true);
+        const auto failure =
+            first ? describeFailure(sequence, outcome.violation, channel) : std::string();
+        const std::lock_guard lock(mutex);
+        shown.add(sequence, outcome);
+        if (first) failed.push_back(failure);
     }
 
-    std::atomic<int> next;
-    const int end;
     std::atomic<bool> anyFailed = false;
     std::mutex mutex;
     Tally shown;
@@ -114,8 +106,8 @@ class Sequences {
 TEST(SimulatedLens, StandsWhereTheStatusSaysAfterAnyCommands) {
     constexpr int usually = 50;
     const int count = numberFromEnvironment("ORX_SEQUENCES", usually);
-    Sequences sequences(numberFromEnvironment("ORX_SEED", 1), count);
-    sequences.playAll();
+    Sequences sequences;
+    sequences.playAll(numberFromEnvironment("ORX_SEED", 1), count);
     sequences.tally().print();
     for (const auto& failure : sequences.failures())
         ADD_FAILURE() << failure;
