@@ -16,13 +16,6 @@ class SerialLine : public Story {
         restart();
         return line.attributes();
     }
-    /// The seconds between the last two commands, as the log has them.
-    [[nodiscard]] double pace() const {
-        std::vector<std::string> sent;
-        for (const auto& logged : installation.logLines())
-            if (logged.find(" sending ") != std::string::npos) sent.push_back(logged);
-        return secondsBetween(sent.at(1), sent.at(0));
-    }
 };
 
 TEST_F(SerialLine, IsSetUpAsTheModelSays) {
@@ -98,10 +91,10 @@ TEST_F(SerialLine, WaitsForTheDelayAfterEveryCommand) {
     startWith(motorModel(), "serial.delay = 150\n");
     send("ON\nOFF");
     line.waitFor("ON\rOFF\r");
-    EXPECT_GE(pace(), 0.150);
+    EXPECT_GE(installation.pace(), 0.150);
     send("SETDELAY 200\nON\nOFF");
     line.waitFor("ON\rOFF\rON\rOFF\r");
-    EXPECT_GE(pace(), 0.200);
+    EXPECT_GE(installation.pace(), 0.200);
 }
 
 TEST_F(SerialLine, WaitsForTheEndOfTheReply) {
@@ -110,7 +103,7 @@ TEST_F(SerialLine, WaitsForTheEndOfTheReply) {
     startWith(model);
     send("ON\nOFF");
     line.waitFor("ON\rOFF\r");
-    EXPECT_GE(pace(), 0.050);  // the terminal measures a tenth of a second roughly
+    EXPECT_GE(installation.pace(), 0.050);  // the terminal measures a tenth of a second roughly
 }
 
 TEST_F(SerialLine, DoesNotWaitForADelayBelowZero) {

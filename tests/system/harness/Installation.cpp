@@ -14,6 +14,13 @@ double secondsOfDay(const std::string& line) {
            std::stod(line.substr(6, 9));
 }
 
+/// The time from one line of the log file to a later one.
+double secondsBetween(const std::string& earlier, const std::string& later) {
+    constexpr double day = 24 * 60 * 60;
+    const double seconds = secondsOfDay(later) - secondsOfDay(earlier);
+    return seconds < 0 ? seconds + day : seconds;
+}
+
 /// The daemon rewrites its log with every message, which on a busy disk can take seconds a line; so
 /// the files are kept in memory where the system has a place for that.
 bool chooseMemory() {
@@ -89,10 +96,11 @@ std::vector<std::string> Installation::log() const {
     return lines;
 }
 
-double secondsBetween(const std::string& earlier, const std::string& later) {
-    constexpr double day = 24 * 60 * 60;
-    const double seconds = secondsOfDay(later) - secondsOfDay(earlier);
-    return seconds < 0 ? seconds + day : seconds;
+double Installation::pace() const {
+    std::vector<std::string> sent;
+    for (const auto& line : logLines())
+        if (line.find(" sending ") != std::string::npos) sent.push_back(line);
+    return secondsBetween(sent.at(1), sent.at(0));
 }
 
 }  // namespace orx::test

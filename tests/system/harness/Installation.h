@@ -35,11 +35,11 @@ class Installation {
     /// The messages of the log file, the newest first. Throws for a line without a time stamp.
     [[nodiscard]] std::vector<std::string> log() const;
 
+    /// The seconds between the last two commands on the line, as the log has them.
+    [[nodiscard]] double pace() const;
+
   private:
     TemporaryFolder folder;
 };
-
-/// The time from one line of the log file to a later one.
-[[nodiscard]] double secondsBetween(const std::string& earlier, const std::string& later);
 
 }  // namespace orx::test
