@@ -1,6 +1,9 @@
 #include "orxdef/Wording.h"
 
 #include <algorithm>
+#include <array>
+#include <iterator>
+#include <map>
 #include <numeric>
 #include <vector>
 
@@ -52,20 +55,34 @@ std::string alternatives(std::span<const std::string_view> names) {
 }
 
 /// Only those are measured whose length leaves them a chance: a damaged file names thousands.
+std::vector<std::string_view> nearest(std::string_view name,
+                                      std::span<const std::string_view> candidates) {
+    constexpr std::size_t most = 3;
+    auto tooFar = std::max<std::size_t>(1, name.size() / 3) + 1;
+    std::multimap<std::size_t, std::string_view> found;  // by distance; equals in their order
+    for (const auto candidate : candidates) {
+        const auto [shorter, longer] = std::minmax({name.size(), candidate.size()});
+        if (longer - shorter >= tooFar) continue;
+        const auto distance = editDistance(name, candidate);
+        if (distance >= tooFar) continue;
+        found.emplace(distance, candidate);
+        if (found.size() > most) found.erase(std::prev(found.end()));
+        if (found.size() == most) tooFar = std::prev(found.end())->first;
+    }
+    std::vector<std::string_view> names;
+    names.reserve(found.size());
+    for (const auto& [distance, candidate] : found)
+        names.push_back(candidate);
+    return names;
+}
+
 std::optional<std::string_view> nearestKeyword(std::string_view name) {
     if (const auto keyword = keywordFor(name); !keyword.empty()) return keyword;
-    const auto allowed = std::max<std::size_t>(1, name.size() / 3);
-    std::optional<std::string_view> nearest;
-    auto tooFar = allowed + 1;
-    for (const auto& entry : vocabulary) {
-        const auto [shorter, longer] = std::minmax({name.size(), entry.keyword.size()});
-        if (longer - shorter >= tooFar) continue;
-        const auto distance = editDistance(name, entry.keyword);
-        if (distance >= tooFar) continue;
-        tooFar = distance;
-        nearest = entry.keyword;
-    }
-    return nearest;
+    std::array<std::string_view, vocabulary.size()> keywords{};
+    std::ranges::transform(vocabulary, keywords.begin(), &VocabularyEntry::keyword);
+    const auto names = nearest(name, keywords);
+    if (names.empty()) return std::nullopt;
+    return names.front();
 }
 
 }  // namespace orx::orxdef

@@ -5,6 +5,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace orx::orxdef {
 
@@ -17,8 +18,13 @@ namespace orx::orxdef {
 /// "a", "b" or "c"
 [[nodiscard]] std::string alternatives(std::span<const std::string_view> names);
 
+/// The candidates that were probably meant by `name`, the nearest first, three at most: those that
+/// differ in letter case and at most every third character. Equally near ones keep their order.
+[[nodiscard]] std::vector<std::string_view> nearest(std::string_view name,
+                                                    std::span<const std::string_view> candidates);
+
 /// The keyword of the vocabulary that was probably meant by `name`: the one paired with that
-/// symbolic name, or one that differs in letter case and at most every third character.
+/// symbolic name, or the `nearest`.
 [[nodiscard]] std::optional<std::string_view> nearestKeyword(std::string_view name);
 
 }  // namespace orx::orxdef

@@ -1,7 +1,7 @@
 // How messages name things.
 #include <array>
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include "orxdef/Wording.h"
 
@@ -27,6 +27,16 @@ TEST(Wording, aMistypedKeywordFindsTheOneMeant) {
     EXPECT_EQ(nearestKeyword("FOCUSRESETT"), "FOCUSRESET");
     EXPECT_EQ(nearestKeyword("KEYSTONEVRET"), "KEYSTONEVERT");
     EXPECT_EQ(nearestKeyword("F++++"), "F+++");
+}
+
+TEST(Wording, theNearestNamesComeFirstAndThreeAtMost) {
+    constexpr std::array<std::string_view, 6> names{"serial.stops",    "serial.topbits",
+                                                    "serial.stopbits", "sirial.stobits",
+                                                    "serial.stobit",   "projector"};
+    EXPECT_THAT(nearest("SERIAL.STOPBITS", names),
+                testing::ElementsAre("serial.stopbits", "serial.topbits", "sirial.stobits"));
+    EXPECT_THAT(nearest("projektor", names), testing::ElementsAre("projector"));
+    EXPECT_THAT(nearest("logfile", names), testing::IsEmpty());
 }
 
 TEST(Wording, letterCaseIsNoDifference) {
