@@ -21,3 +21,13 @@ endif()
 if(TARGET orxsim)
     install(TARGETS orxsim RUNTIME DESTINATION bin)
 endif()
+
+# What another program needs to talk to daemons: find_package(orx-client).
+include(CMakePackageConfigHelpers)
+install(TARGETS orx_client EXPORT orx-client-targets ARCHIVE DESTINATION lib)
+install(DIRECTORY ${PROJECT_SOURCE_DIR}/client/include/ DESTINATION include)
+install(EXPORT orx-client-targets NAMESPACE orx:: DESTINATION lib/cmake/orx-client)
+write_basic_package_version_file(orx-client-config-version.cmake COMPATIBILITY SameMajorVersion)
+install(FILES ${PROJECT_SOURCE_DIR}/client/orx-client-config.cmake
+              ${PROJECT_BINARY_DIR}/orx-client-config-version.cmake
+        DESTINATION lib/cmake/orx-client)
