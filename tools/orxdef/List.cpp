@@ -1,6 +1,5 @@
 #include "orxdef/List.h"
 
-#include <algorithm>
 #include <ostream>
 #include <string_view>
 #include <utility>
@@ -10,27 +9,10 @@
 #include "orxdef/BinaryReader.h"
 #include "orxdef/CommandTable.h"
 #include "orxdef/DecimalBound.h"
+#include "orxdef/TextTable.h"
 
 namespace orx::orxdef {
 namespace {
-
-using Row = std::vector<std::string>;
-
-/// Rows of cells as text, each column as wide as its widest cell.
-std::string tableText(const std::vector<Row>& rows) {
-    std::vector<std::size_t> widths(rows.front().size());
-    for (const auto& row : rows)
-        for (std::size_t column = 0; column < row.size(); ++column)
-            widths[column] = std::max(widths[column], row[column].size());
-    std::string text;
-    for (const auto& row : rows) {
-        std::string line;
-        for (std::size_t column = 0; column < row.size(); ++column)
-            line.append(row[column]).append(widths[column] + 2 - row[column].size(), ' ');
-        text.append(line, 0, line.find_last_not_of(' ') + 1).append("\n");
-    }
-    return text;
-}
 
 /// 8N1 and the like; codes without a meaning show as they count.
 std::string frameText(const LineSettings& line) {

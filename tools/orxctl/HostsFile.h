@@ -1,0 +1,44 @@
+// Names for daemons and for groups of them, in a file of "NAME = WORD, WORD..." lines. A word is an
+// address, HOST or HOST:PORT, or another name of the file. The rules of the daemon's configuration
+// hold for lines and comments.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "config/ConfigFile.h"
+#include "orx/client/Address.h"
+
+namespace orx::orxctl {
+
+/// A daemon that the user has named.
+struct Target {
+    std::string name;  ///< as results show it: its name in the file, else its address
+    client::Address address;
+
+    bool operator==(const Target&) const = default;
+};
+
+class HostsFile : public ConfigFile {
+  public:
+    /// No names.
+    HostsFile() = default;
+    /// Reads `path`; errors as `ConfigFile::load`.
+    explicit HostsFile(std::string path) : ConfigFile(std::move(path)) {}
+
+    /// The daemons that `words` stand for, in that order and each once. Throws
+    /// `std::invalid_argument` for a word that is neither name nor address, and for a name that
+    /// leads back to itself.
+    [[nodiscard]] std::vector<Target> targets(const std::vector<std::string>& words) const;
+
+  private:
+    void add(const std::string& word, std::vector<std::string>& way,
+             std::vector<Target>& found) const;
+};
+
+/// The file to be used where the user names none: orx/hosts below $XDG_CONFIG_HOME or ~/.config,
+/// else etc/orx-hosts.cfg below the prefix. Need not be there.
+[[nodiscard]] std::string usualHostsFile();
+
+}  // namespace orx::orxctl

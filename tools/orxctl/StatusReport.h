@@ -1,0 +1,27 @@
+// Shows what daemons say of themselves, and how errands have ended.
+#pragma once
+
+#include <iosfwd>
+#include <string>
+#include <vector>
+
+#include "orxctl/Fleet.h"
+#include "orxctl/Outcome.h"
+
+namespace orx::orxctl {
+
+/// A table with a line for each daemon: state, axes and flags, or why there is no status.
+[[nodiscard]] std::string statusTable(const Fleet& fleet, const std::vector<Outcome>& outcomes);
+
+/// The same as one JSON array with an object for each daemon; with line feeds and indentation, or
+/// on one line.
+enum class JsonForm : bool { indented, oneLine };
+[[nodiscard]] std::string statusJson(const Fleet& fleet, const std::vector<Outcome>& outcomes,
+                                     JsonForm form);
+
+/// How an errand has ended: of one daemon what there is to say, on `errors` where it is a failure;
+/// of several a table on `output`.
+void printOutcomes(const Fleet& fleet, const std::vector<Outcome>& outcomes, std::ostream& output,
+                   std::ostream& errors);
+
+}  // namespace orx::orxctl
