@@ -36,7 +36,7 @@ class CommandLine {
     void addCheck();
     void addCompletion();
     CLI::App* addErrand(const std::string& name, const std::string& text,
-                        std::function<int()> errand);
+                        std::function<int()> chosen);
     void addTargets(CLI::App& command);
     void addTimeout(CLI::App& command, const std::string& text);
     void addPolicies(CLI::App& command);
@@ -51,10 +51,10 @@ class CommandLine {
     int showStatus();
     int watchStatus();
     int waitForRest();
-    int listCommands() const;
+    [[nodiscard]] int listCommands() const;
     int runShow();
     int pingAll();
-    int printCompletion() const;
+    [[nodiscard]] int printCompletion() const;
     /// Does the errand with all daemons, tells how it ended, and gives the exit status.
     int tell(Fleet& daemons, const std::vector<Outcome>& outcomes) const;
 

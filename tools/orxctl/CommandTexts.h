@@ -164,10 +164,7 @@ consteval bool isOneLine(std::string_view text) {
 }
 
 consteval bool areOneLineEach() {
-    for (const auto& text : commandTexts) {
-        if (!isOneLine(text.text)) return false;
-    }
-    return true;
+    return std::ranges::all_of(commandTexts, isOneLine, &CommandText::text);
 }
 
 }  // namespace command_text_checks

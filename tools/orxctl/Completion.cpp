@@ -35,6 +35,7 @@ std::string joined(const std::vector<std::string>& words, std::string_view betwe
 
 std::vector<std::string> keywordList() {
     std::vector<std::string> keywords;
+    keywords.reserve(commandTexts.size());
     for (const auto& command : commandTexts)
         keywords.emplace_back(command.keyword);
     return keywords;

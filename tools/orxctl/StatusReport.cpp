@@ -11,7 +11,6 @@ namespace orx::orxctl {
 namespace {
 
 using client::AxisStatus;
-using client::DaemonStatus;
 using Json = nlohmann::ordered_json;
 using orxdef::Row;
 
