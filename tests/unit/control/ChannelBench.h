@@ -16,7 +16,7 @@
 #include "support/CapturedOutput.h"
 #include "support/ProcessLog.h"
 #include "unit/commands/RecordingExecutor.h"
-#include "unit/control/UdpPeer.h"
+#include "support/UdpPeer.h"
 
 namespace orx::test {
 

@@ -13,7 +13,7 @@
 #include "support/CapturedOutput.h"
 #include "support/ProcessCounts.h"
 #include "support/WaitUntil.h"
-#include "unit/control/UdpPeer.h"
+#include "support/UdpPeer.h"
 
 namespace orx::test {
 namespace {

@@ -12,7 +12,7 @@
 #include "support/CapturedOutput.h"
 #include "support/ProcessCounts.h"
 #include "support/ProcessLog.h"
-#include "unit/control/UdpPeer.h"
+#include "support/UdpPeer.h"
 
 namespace orx::test {
 namespace {

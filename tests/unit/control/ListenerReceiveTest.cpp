@@ -16,7 +16,7 @@
 #include "support/CapturedOutput.h"
 #include "support/FakeTime.h"
 #include "support/WaitUntil.h"
-#include "unit/control/UdpPeer.h"
+#include "support/UdpPeer.h"
 
 namespace orx::test {
 namespace {

@@ -22,7 +22,7 @@
 #include "support/CapturedOutput.h"
 #include "support/DefinitionImage.h"
 #include "support/TemporaryFolder.h"
-#include "unit/control/UdpPeer.h"
+#include "support/UdpPeer.h"
 #include "unit/core/PipedOutput.h"
 
 namespace orx::test {
