@@ -92,9 +92,9 @@ OptionWords wordsOf(const CLI::Option& option) {
 }
 
 ValueKind kindOf(const CLI::Option& argument) {
-    const auto type = argument.get_type_name();
-    if (type == "FILE" || type == "CONFIG") return ValueKind::file;
-    return type == "SHELL" ? ValueKind::shell : ValueKind::text;
+    const auto name = argument.get_single_name();
+    if (name == "FILE" || name == "CONFIG") return ValueKind::file;
+    return name == "SHELL" ? ValueKind::shell : ValueKind::text;
 }
 
 std::vector<OptionWords> optionsOf(const CLI::App& command) {
@@ -126,7 +126,7 @@ CommandLine::CommandLine() : app("Talks to the daemons that drive projectors", "
 void CommandLine::addSending() {
     app.add_option("command", commandWords, "The command to send, with its arguments");
     addTargets(app);
-    addTimeout(app, "Longest time for an answer, 2 if left out; with --wait for the lens, 120");
+    addTimeout(app, "Longest time: 2 for an answer, with --wait 120");
     app.add_flag("--wait", policies.wait, "Return when the lens is at rest");
     addPolicies(app);
 }
@@ -193,7 +193,7 @@ void CommandLine::addTargets(CLI::App& command) {
     };
     command
         .add_option_function<std::vector<std::string>>(
-            "-H,--host", add, "A daemon or a group of them; 127.0.0.1:7781 if left out")
+            "-H,--host", add, "A daemon or a group; 127.0.0.1:7781 if left out")
         ->type_name("HOST[:PORT]")
         ->delimiter(',')
         ->allow_extra_args(false);
@@ -219,7 +219,7 @@ void CommandLine::addPolicies(CLI::App& command) {
 
 void CommandLine::addPositional(CLI::App& command, std::string& value, const std::string& name,
                                 const std::string& text) {
-    command.add_option(name, value, text)->type_name(name);
+    command.add_option(name, value, text)->type_name("");
 }
 
 int CommandLine::run(int argc, const char* const* argv) {
