@@ -8,18 +8,12 @@
 #include "core/Text.h"
 
 namespace orx {
-namespace {
-
-bool isComment(std::string_view trimmedLine) {
-    constexpr std::string_view commentCharacters = "#;";
-    return commentCharacters.find(trimmedLine.front()) != std::string_view::npos;
-}
-
-}  // namespace
 
 ConfigFile::ConfigFile(std::string path) : fileName(std::move(path)) {
     load();
 }
+
+ConfigFile::ConfigFile(Entries given) : entries(std::move(given)) {}
 
 bool ConfigFile::isReadable(const std::string& path) {
     return std::ifstream(path).is_open();
@@ -27,19 +21,20 @@ bool ConfigFile::isReadable(const std::string& path) {
 
 void ConfigFile::load() {
     std::ifstream file(fileName);
-    int lineNumber = 0;
+    std::size_t lineNumber = 0;
     for (std::string line; std::getline(file, line);)
-        parseLine(trim(line), ++lineNumber);
+        take(parseConfigLine(line), ++lineNumber);
 }
 
-void ConfigFile::parseLine(std::string_view line, int lineNumber) {
-    if (line.empty() || isComment(line)) return;
-    const auto separator = line.find('=');
-    if (separator == std::string_view::npos) {
-        throw std::runtime_error("[config] " + fileName + ", line " + std::to_string(lineNumber) +
-                                 ": parse error");
+void ConfigFile::take(ConfigLine line, std::size_t lineNumber) {
+    if (line.kind == ConfigLine::Kind::malformed) {
+        throw std::runtime_error(parseError(fileName, lineNumber));
     }
-    entries[trim(line.substr(0, separator))] = trim(line.substr(separator + 1));
+    if (line.kind == ConfigLine::Kind::entry) entries[line.key] = std::move(line.value);
+}
+
+std::string ConfigFile::parseError(const std::string& path, std::size_t lineNumber) {
+    return "[config] " + path + ", line " + std::to_string(lineNumber) + ": parse error";
 }
 
 void ConfigFile::reload() {

@@ -7,20 +7,28 @@
 // Base of the main configuration and of the lens memory. Takes no lock: one thread at a time.
 #pragma once
 
+#include <cstddef>
 #include <map>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "config/ConfigLine.h"
+
 namespace orx {
 
 class ConfigFile {
   public:
+    using Entries = std::map<std::string, std::string, std::less<>>;
+
     /// An empty store without a file.
     ConfigFile() = default;
 
     /// Reads `path` at once; errors as `load`.
     explicit ConfigFile(std::string path);
+
+    /// A store of `entries` without a file.
+    explicit ConfigFile(Entries entries);
 
     ConfigFile(const ConfigFile&) = delete;
     ConfigFile& operator=(const ConfigFile&) = delete;
@@ -29,9 +37,12 @@ class ConfigFile {
     /// Whether `path` can be opened for reading.
     [[nodiscard]] static bool isReadable(const std::string& path);
 
+    /// What is thrown for the line of that number in the file `path`.
+    [[nodiscard]] static std::string parseError(const std::string& path, std::size_t lineNumber);
+
     /// Reads the file into the store, over what it holds. A file that cannot be opened changes
-    /// nothing. Throws `std::runtime_error` "[config] FILE, line N: parse error" at the first line
-    /// without '='; the entries of the lines before it are kept.
+    /// nothing. Throws `std::runtime_error` with the text `parseError`, "[config] FILE, line N:
+    /// parse error", at the first line without '='; the entries of the lines before it are kept.
     void load();
 
     /// Empties the store and reads the file again; errors as `load`.
@@ -57,14 +68,12 @@ class ConfigFile {
     [[nodiscard]] std::vector<std::string> getList(std::string_view key) const;
 
   protected:
-    using Entries = std::map<std::string, std::string, std::less<>>;
-
     [[nodiscard]] const std::string& path() const noexcept { return fileName; }
 
     Entries entries;
 
   private:
-    void parseLine(std::string_view line, int lineNumber);
+    void take(ConfigLine line, std::size_t lineNumber);
 
     std::string fileName;
 };

@@ -8,12 +8,25 @@
 namespace orx {
 
 std::shared_ptr<MainConfig> MainConfig::create(const std::string& path) {
-    if (path.empty()) return std::make_shared<MainConfig>(INSTALL_PREFIX + "/etc/orx.cfg");
-    if (!isReadable(path)) throw std::runtime_error("config file not found: " + path);
+    if (path.empty()) return std::make_shared<MainConfig>(defaultPath());
+    requireReadable(path);
     return std::make_shared<MainConfig>(path);
 }
 
+void MainConfig::requireReadable(const std::string& path) {
+    if (!isReadable(path)) throw std::runtime_error("config file not found: " + path);
+}
+
+std::string MainConfig::defaultPath() {
+    return INSTALL_PREFIX + "/etc/orx.cfg";
+}
+
 MainConfig::MainConfig(std::string path) : ConfigFile(std::move(path)) {
+    applyDefaults();
+    gatherAliases();
+}
+
+MainConfig::MainConfig(Entries given) : ConfigFile(std::move(given)) {
     applyDefaults();
     gatherAliases();
 }

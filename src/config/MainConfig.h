@@ -17,12 +17,21 @@ class MainConfig : public ConfigFile {
     using Aliases = std::map<std::string, std::string, std::less<>>;
 
     /// Reads `path`, or the default file INSTALL_PREFIX/etc/orx.cfg where `path` is empty. A
-    /// missing default file leaves the defaults alone. Throws `std::runtime_error` "config file not
-    /// found: PATH" for a given path that cannot be read, and as `ConfigFile::load`.
+    /// missing default file leaves the defaults alone. Throws as `requireReadable` for a given
+    /// path, and as `ConfigFile::load`.
     [[nodiscard]] static std::shared_ptr<MainConfig> create(const std::string& path);
+
+    /// The file that is read where no other is given.
+    [[nodiscard]] static std::string defaultPath();
+
+    /// Throws `std::runtime_error` "config file not found: PATH" where `path` cannot be read.
+    static void requireReadable(const std::string& path);
 
     /// Reads `path`, fills in the defaults and gathers the aliases; errors as `ConfigFile::load`.
     explicit MainConfig(std::string path);
+
+    /// The configuration that a file of these entries makes.
+    explicit MainConfig(Entries entries);
 
     void reload() override;
 

@@ -8,44 +8,19 @@
 #include <stdexcept>
 #include <sys/socket.h>
 
+#include "control/Interface.h"
 #include "core/Console.h"
 #include "core/Log.h"
-#include "core/Text.h"
 
 namespace orx {
 namespace {
-
-/// The two halves of an interface text.
-struct Interface {
-    std::string address;
-    std::string port;
-};
-
-Interface split(const std::string& interface) {
-    const auto colon = interface.find(':');
-    if (colon == std::string::npos) {
-        throw std::runtime_error("[LISTENER] port missing in interface: " + interface);
-    }
-    return {trim(interface.substr(0, colon)), trim(interface.substr(colon + 1))};
-}
-
-in_addr toAddress(const std::string& text) {
-    in_addr address{};
-    errno = 0;  // malformed text sets no error number, and a stale one would be told
-    if (::inet_pton(AF_INET, text.c_str(), &address) != 1) {
-        throw std::runtime_error("[LISTENER] IP address " + text +
-                                 " could not be converted: " + std::strerror(errno));
-    }
-    return address;
-}
 
 FileDescriptor boundSocket(const sockaddr_in& address) {
     FileDescriptor socket(::socket(AF_INET, SOCK_DGRAM | SOCK_CLOEXEC, IPPROTO_UDP));
     const auto* generic = reinterpret_cast<const sockaddr*>(&address);
     // A socket that could not be created shows up here, as one that cannot be bound.
     if (::bind(socket.get(), generic, sizeof address) != 0) {
-        throw std::runtime_error(std::string("[LISTENER] socket bind failed: ") +
-                                 std::strerror(errno));
+        throw std::runtime_error(Listener::bindFailure(errno));
     }
     constexpr int backlog = 5;
     ::listen(socket.get(), backlog);  // has no effect on a datagram socket
@@ -61,13 +36,7 @@ std::string hexadecimal(std::uint32_t number) {
 }  // namespace
 
 Listener::Listener(const std::string& interface, Time& retryTime) : time(retryTime) {
-    auto [addressText, portText] = split(interface);
-    const int port = std::stoi(portText);
-    if (addressText == "*") addressText = "0.0.0.0";
-    sockaddr_in address{};
-    address.sin_family = AF_INET;
-    address.sin_port = htons(static_cast<std::uint16_t>(port));
-    address.sin_addr = toAddress(addressText);
+    const auto [addressText, portText, port, address] = parseInterface(interface);
     socket = boundSocket(address);
     printLine("[LISTENER] created socket #" + std::to_string(socketFd()) + " @ " + addressText +
               ":" + std::to_string(port) + " (" + hexadecimal(address.sin_addr.s_addr) + ")");
@@ -108,6 +77,10 @@ std::optional<std::string_view> Listener::receive(std::span<char> buffer, sockad
 void Listener::reply(const sockaddr_in& address, std::string_view text) const {
     ::sendto(socketFd(), text.data(), text.size(), 0, reinterpret_cast<const sockaddr*>(&address),
              sizeof address);
+}
+
+std::string Listener::bindFailure(int errorNumber) {
+    return std::string("[LISTENER] socket bind failed: ") + std::strerror(errorNumber);
 }
 
 std::string Listener::peerAddress(const sockaddr_in& address) {

@@ -20,9 +20,8 @@ namespace orx {
 class Listener {
   public:
     /// Binds a socket to `interface`: an IPv4 address or "*", a colon and a port, with blanks
-    /// around either. The port is cut to its low 16 bits. Throws `std::runtime_error`
-    /// "[LISTENER] ..." for a missing colon, an address that is none or a failed bind, and the
-    /// standard conversion errors "stoi" for a port that is no number.
+    /// around either. The port is cut to its low 16 bits. Throws as `parseInterface`, and
+    /// `std::runtime_error` with the text `bindFailure` for a failed bind.
     explicit Listener(const std::string& interface, Time& time = systemTime());
     Listener(const Listener&) = delete;
     Listener& operator=(const Listener&) = delete;
@@ -42,6 +41,9 @@ class Listener {
 
     /// The IPv4 address of `address` as a dotted quad, without the port.
     [[nodiscard]] static std::string peerAddress(const sockaddr_in& address);
+
+    /// What is thrown where binding fails with that error number of the system.
+    [[nodiscard]] static std::string bindFailure(int errorNumber);
 
     /// The descriptor of the socket, -1 once it is closed.
     [[nodiscard]] int socketFd() const noexcept { return socket.get(); }

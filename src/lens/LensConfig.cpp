@@ -13,17 +13,6 @@
 namespace orx {
 namespace {
 
-/// "10%" withholds ten percent of the travel, "50" fifty steps; a sign means nothing.
-int parseReduceMax(const std::string& text) {
-    if (text.empty()) return 0;
-    constexpr std::int64_t greatest = std::numeric_limits<int>::max();
-    const auto percent = text.find('%');
-    // The lowest integer has no positive twin of 32 bits.
-    const auto magnitude = std::abs(std::int64_t{std::stoi(text.substr(0, percent))});
-    return static_cast<int>(percent != std::string::npos ? std::min(magnitude, greatest)
-                                                         : -magnitude);
-}
-
 MotionParameters motionParameters(const MainConfig& config, const LensControl& axis) {
     const MotionParameters defaults;
     return {
@@ -42,8 +31,31 @@ std::string describe(const LensPosition& position) {
 
 }  // namespace
 
+int parseReduceMax(const std::string& text) {
+    if (text.empty()) return 0;
+    constexpr std::int64_t greatest = std::numeric_limits<int>::max();
+    const auto percent = text.find('%');
+    // The lowest integer has no positive twin of 32 bits.
+    const auto magnitude = std::abs(std::int64_t{std::stoi(text.substr(0, percent))});
+    return static_cast<int>(percent != std::string::npos ? std::min(magnitude, greatest)
+                                                         : -magnitude);
+}
+
+std::optional<MemorySlot> parseMemorySlot(const std::string& piece) {
+    const auto colon = piece.find(':');
+    const auto semicolon = piece.find(';');
+    if (colon == std::string::npos || semicolon == std::string::npos) return std::nullopt;
+    const int number = std::stoi(piece.substr(0, colon));
+    const int focus = std::stoi(piece.substr(colon + 1, semicolon - colon - 1));
+    return MemorySlot{number, {.focus = focus, .zoom = std::stoi(piece.substr(semicolon + 1))}};
+}
+
+std::string LensConfig::filePath() {
+    return INSTALL_PREFIX + "/var/lensmemory.cfg";
+}
+
 LensConfig::LensConfig(const MainConfig& mainConfig, Axes lensAxes)
-    : ConfigFile(INSTALL_PREFIX + "/var/lensmemory.cfg"), axes(std::move(lensAxes)) {
+    : ConfigFile(filePath()), axes(std::move(lensAxes)) {
     for (const auto& axis : axes) {
         axis->setCalibrationDone([this] { save(); });
         axis->setParameters(motionParameters(mainConfig, *axis));
@@ -62,12 +74,7 @@ void LensConfig::takeRangesAndSlots() {
 void LensConfig::parseSlots() {
     slots.clear();
     for (const auto& piece : getList("mem")) {
-        const auto colon = piece.find(':');
-        const auto semicolon = piece.find(';');
-        if (colon == std::string::npos || semicolon == std::string::npos) continue;
-        const int slot = std::stoi(piece.substr(0, colon));
-        const int focus = std::stoi(piece.substr(colon + 1, semicolon - colon - 1));
-        slots[slot] = {focus, std::stoi(piece.substr(semicolon + 1))};
+        if (const auto slot = parseMemorySlot(piece)) slots[slot->number] = slot->position;
     }
 }
 

@@ -8,6 +8,7 @@
 
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -23,8 +24,25 @@ struct LensPosition {
     int zoom;
 };
 
+/// A slot of the lens memory as the file has it.
+struct MemorySlot {
+    int number;
+    LensPosition position;
+};
+
+/// The slot that one piece of the list `mem` stands for, or nothing for a piece without ":" or ";",
+/// which is passed over. Throws the conversion errors "stoi" for a number that is none.
+[[nodiscard]] std::optional<MemorySlot> parseMemorySlot(const std::string& piece);
+
+/// The reduction that a `reducemax` text asks for: "10%" withholds ten percent of the travel, "50"
+/// fifty steps, which is -50 here; a sign means nothing. Throws as `parseMemorySlot`.
+[[nodiscard]] int parseReduceMax(const std::string& text);
+
 class LensConfig : public ConfigFile {
   public:
+    /// The path of the lens memory file.
+    [[nodiscard]] static std::string filePath();
+
     /// The axes in the order zoom, focus.
     using Axes = std::vector<std::shared_ptr<LensControl>>;
 

@@ -60,11 +60,17 @@ void LensControl::setCalibrationDone(std::function<void()> callback) {
     calibrationDone = std::move(callback);
 }
 
-std::string LensControl::configKey(std::string_view key) const {
+std::string axisKey(std::string_view axisName, std::string_view key) {
     constexpr std::array<std::string_view, 4> rangeKeys{"min", "max", "maxreduced",
                                                         "reducemaxparam"};
     const bool isRangeKey = std::ranges::find(rangeKeys, key) != rangeKeys.end();
-    return std::string(isRangeKey ? axisName : "abs" + axisName + ".").append(key);
+    std::string name(isRangeKey ? "" : "abs");
+    name.append(axisName).append(isRangeKey ? "" : ".");
+    return name.append(key);
+}
+
+std::string LensControl::configKey(std::string_view key) const {
+    return axisKey(axisName, key);
 }
 
 int LensControl::clamp(std::int64_t value) const noexcept {

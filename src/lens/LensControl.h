@@ -38,6 +38,10 @@ struct MotionParameters {
     int lockInMode = 0;          ///< manoeuvre after a move, 1 to 6; any other value is none
 };
 
+/// The name under which the axis called `axisName` keeps a setting: "zoommin" for the range keys
+/// (min, max, maxreduced, reducemaxparam), "abszoom.resetsteps" for all others.
+[[nodiscard]] std::string axisKey(std::string_view axisName, std::string_view key);
+
 class LensControl : public StatusAxis {
   public:
     /// Chooses the fast step for resets: the first of the axis's commands that the model supports.
@@ -52,8 +56,7 @@ class LensControl : public StatusAxis {
     /// What is called when a calibration has ended and the range is known.
     void setCalibrationDone(std::function<void()> callback);
 
-    /// The name under which this axis keeps a setting: "zoommin" for the range keys (min, max,
-    /// maxreduced, reducemaxparam), "abszoom.resetsteps" for all others.
+    /// The name under which this axis keeps a setting, as `axisKey`.
     [[nodiscard]] std::string configKey(std::string_view key) const;
 
     /// Carries out `command` if it is one of this axis; says whether it is. A command without the

@@ -32,15 +32,16 @@ bool SerialConnector::hasDevice() const noexcept {
 
 void SerialConnector::openDevice() {
     const int fd = port->open(settings->device());
-    if (fd == -1) {
-        throw std::runtime_error(std::string("[RS232] could not init serial device: ") +
-                                 std::strerror(errno));
-    }
+    if (fd == -1) throw std::runtime_error(openFailure(errno));
     log("[RS232] fd " + std::to_string(fd) + ": serial init " + settings->device() + " @ " +
             std::to_string(settings->baudrate()) +
             " baud, delay = " + std::to_string(settings->delay()) + "ms",
         Echo::yes);
     port->setAttributes(settings->terminalAttributes());
+}
+
+std::string SerialConnector::openFailure(int errorNumber) {
+    return std::string("[RS232] could not init serial device: ") + std::strerror(errorNumber);
 }
 
 void SerialConnector::send(std::string_view bytes) {

@@ -20,8 +20,8 @@ class SerialConnector {
     /// A reply is cut at this length; the rest is read after the next command.
     static constexpr std::size_t maxReplySize = 200;
 
-    /// Opens and configures the device of `settings`. Throws `std::runtime_error` "[RS232] could
-    /// not init serial device: " and the system's text where it cannot be opened.
+    /// Opens and configures the device of `settings`. Throws `std::runtime_error` with the
+    /// text `openFailure` where it cannot be opened.
     explicit SerialConnector(std::shared_ptr<SerialSettings> settings,
                              std::unique_ptr<SerialPort> port = makeTerminalPort(),
                              Time& time = systemTime());
@@ -36,6 +36,9 @@ class SerialConnector {
     /// Waits until the last command has left the port, then reads the reply until the line has been
     /// silent for the timeout. Carriage returns are given as line feeds. A read error is printed.
     std::string read();
+
+    /// What is thrown where opening the device fails with that error number of the system.
+    [[nodiscard]] static std::string openFailure(int errorNumber);
 
     /// The milliseconds to wait after each write, from now on.
     void setDelay(int milliseconds) noexcept { settings->setDelay(milliseconds); }

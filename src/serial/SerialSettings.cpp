@@ -10,19 +10,11 @@ namespace {
 
 constexpr int missing = -1;
 
-int parityFromText(const std::string& text) {
-    constexpr std::array<std::string_view, 3> names{"none", "odd", "even"};
-    const auto* const name = std::ranges::find(names, text);
-    return name != names.end() ? static_cast<int>(name - names.begin()) : missing;
-}
-
-/// Whether a configured value is to replace the one of the model.
-bool isWithin(int value, int lowest, int highest) {
-    return value >= lowest && value <= highest;
-}
-
-void takeIfWithin(int& field, int value, int lowest, int highest) {
-    if (isWithin(value, lowest, highest)) field = value;
+/// The configured value that is to replace the one of the model.
+std::optional<int> configured(const MainConfig& config, const SerialRange& range) {
+    const int value = config.getInt(range.key, missing);
+    if (!range.contains(value)) return std::nullopt;
+    return value;
 }
 
 tcflag_t characterSize(int bits) {
@@ -56,23 +48,38 @@ constexpr std::array<Speed, 30> speeds{{
 }};
 
 /// Exact rates only: the nearest one would talk to no projector.
-speed_t speedConstant(int baudrate) {
+speed_t speedConstant(int baudrate) noexcept {
     const auto* const speed = std::ranges::find(speeds, baudrate, &Speed::baudrate);
     return speed != speeds.end() ? speed->constant : B0;
 }
 
 }  // namespace
 
+std::optional<int> parityFromText(std::string_view text) noexcept {
+    const auto* const name = std::ranges::find(parityTexts, text);
+    if (name == parityTexts.end()) return std::nullopt;
+    return static_cast<int>(name - parityTexts.begin());
+}
+
+bool isPossibleSpeed(int baudrate) noexcept {
+    return speedConstant(baudrate) != B0;
+}
+
+LineParameters SerialSettings::parameters() const noexcept {
+    auto result = line;
+    result.delay = delay();
+    return result;
+}
+
 void SerialSettings::readConfiguration(const MainConfig& config) {
     devicePath = config.serialDevice();
-    takeIfWithin(debugLevel, config.getInt("serial.debug", missing), 0, noSerialDevice);
-    takeIfWithin(line.baudrate, config.getInt("serial.baudrate", missing), 0, 4'000'000);
-    takeIfWithin(line.bytesize, config.getInt("serial.bytesize", missing), 5, 8);
-    const int configuredDelay = config.getInt("serial.delay", missing);
-    if (isWithin(configuredDelay, 0, 10'000)) setDelay(configuredDelay);
-    takeIfWithin(line.parity, parityFromText(config.getString("serial.parity")), 0, 2);
-    takeIfWithin(line.stopbits, config.getInt("serial.stopbits", missing), 1, 2);
-    takeIfWithin(line.timeout, config.getInt("serial.timeout", missing), 0, 10'000);
+    debugLevel = configured(config, serial_range::debug).value_or(debugLevel);
+    line.baudrate = configured(config, serial_range::baudrate).value_or(line.baudrate);
+    line.bytesize = configured(config, serial_range::bytesize).value_or(line.bytesize);
+    setDelay(configured(config, serial_range::delay).value_or(delay()));
+    line.parity = parityFromText(config.getString("serial.parity")).value_or(line.parity);
+    line.stopbits = configured(config, serial_range::stopbits).value_or(line.stopbits);
+    line.timeout = configured(config, serial_range::timeout).value_or(line.timeout);
 }
 
 termios SerialSettings::terminalAttributes() const {

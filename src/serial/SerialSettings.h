@@ -5,7 +5,10 @@
 // is set while the daemon starts.
 #pragma once
 
+#include <array>
+#include <optional>
 #include <string>
+#include <string_view>
 #include <termios.h>
 
 #include "config/MainConfig.h"
@@ -23,6 +26,42 @@ struct LineParameters {
     int delay;     ///< milliseconds to wait after each write
 };
 
+/// A `serial.*` key of the main configuration whose value is a whole number, and the values that
+/// are taken.
+struct SerialRange {
+    std::string_view key;
+    int lowest;
+    int highest;
+
+    [[nodiscard]] constexpr bool contains(int value) const noexcept {
+        return value >= lowest && value <= highest;
+    }
+};
+
+namespace serial_range {
+
+inline constexpr SerialRange debug{"serial.debug", 0, 2};
+inline constexpr SerialRange baudrate{"serial.baudrate", 0, 4'000'000};
+inline constexpr SerialRange bytesize{"serial.bytesize", 5, 8};
+inline constexpr SerialRange delay{"serial.delay", 0, 10'000};
+inline constexpr SerialRange stopbits{"serial.stopbits", 1, 2};
+inline constexpr SerialRange timeout{"serial.timeout", 0, 10'000};
+
+/// In the order in which they are read.
+inline constexpr std::array<SerialRange, 6> all{debug, baudrate, bytesize,
+                                                delay, stopbits, timeout};
+
+}  // namespace serial_range
+
+/// What `serial.parity` can be, by the number that stands for it.
+inline constexpr std::array<std::string_view, 3> parityTexts{"none", "odd", "even"};
+
+/// The number of the parity called `text`, or nothing where there is none.
+[[nodiscard]] std::optional<int> parityFromText(std::string_view text) noexcept;
+
+/// Whether the platform has a constant for that speed in bit/s; the line is dead with any other.
+[[nodiscard]] bool isPossibleSpeed(int baudrate) noexcept;
+
 class SerialSettings {
   public:
     /// `serial.debug`: at this level there is no serial device at all.
@@ -36,12 +75,14 @@ class SerialSettings {
     SerialSettings& operator=(const SerialSettings&) = delete;
 
     /// Takes the device and every `serial.*` value that lies within its range; a value outside, and
-    /// a parity other than "none", "odd" and "even", is passed over. Throws the standard conversion
+    /// a parity other than those of `parityTexts`, is passed over. Throws the standard conversion
     /// errors "stoi" for a value that is no number.
     void readConfiguration(const MainConfig& config);
 
     [[nodiscard]] const std::string& device() const noexcept { return devicePath; }
     [[nodiscard]] int baudrate() const noexcept { return line.baudrate; }
+    /// All that is in force now.
+    [[nodiscard]] LineParameters parameters() const noexcept;
     [[nodiscard]] int debug() const noexcept { return debugLevel; }
 
     /// Milliseconds to wait after each write. No range is checked: a negative delay is none.

@@ -1,7 +1,6 @@
 #include "orxdef/Check.h"
 
 #include <algorithm>
-#include <array>
 #include <nlohmann/json.hpp>
 #include <ostream>
 #include <string_view>
@@ -11,17 +10,11 @@
 #include "orxdef/FileContents.h"
 #include "orxdef/Surprises.h"
 #include "orxdef/TomlReader.h"
+#include "orxdef/Wording.h"
 #include "projector/DefinitionFormat.h"
 
 namespace orx::orxdef {
 namespace {
-
-/// In the order of the enumerators.
-constexpr std::array<std::string_view, 3> severityNames{"error", "warning", "note"};
-
-std::string_view nameOf(Severity severity) {
-    return severityNames.at(static_cast<std::size_t>(severity));
-}
 
 bool hasMagic(std::string_view content) {
     const auto& magic = definition_format::magic;
@@ -85,10 +78,6 @@ void printJson(const Mistakes& mistakes, std::ostream& output) {
                                         {"notes", mistakes.count(Severity::note)}};
     // A file name may be any bytes; JSON is UTF-8.
     output << report.dump(2, ' ', false, nlohmann::ordered_json::error_handler_t::replace) << '\n';
-}
-
-std::string counted(std::size_t count, std::string_view what) {
-    return std::to_string(count).append(" ").append(what).append(count == 1 ? "" : "s");
 }
 
 void printText(const Mistakes& mistakes, std::ostream& output) {

@@ -7,6 +7,18 @@
 
 namespace orx::orxdef {
 
+std::string_view nameOf(Severity severity) noexcept {
+    switch (severity) {
+        case Severity::error:
+            return "error";
+        case Severity::warning:
+            return "warning";
+        case Severity::note:
+            break;
+    }
+    return "note";
+}
+
 Mistakes::Mistakes(std::vector<std::string> fileNames) : files(std::move(fileNames)) {}
 
 void Mistakes::add(const Place& place, std::string message, Severity severity) {

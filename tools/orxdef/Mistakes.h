@@ -9,6 +9,7 @@
 #include <iosfwd>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace orx::orxdef {
@@ -27,6 +28,9 @@ enum class Severity : std::uint8_t {
     warning,  ///< the daemon does something else than one would expect
     note,     ///< as the daemon is meant to work, but worth knowing
 };
+
+/// "error", "warning" or "note".
+[[nodiscard]] std::string_view nameOf(Severity severity) noexcept;
 
 struct Mistake {
     Place place;

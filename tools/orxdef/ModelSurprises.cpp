@@ -13,18 +13,6 @@
 namespace orx::orxdef {
 namespace {
 
-/// Whether the platform has a constant for the speed; the line is dead with any other.
-bool isPossibleSpeed(std::uint32_t baudrate) {
-    const SerialSettings settings(LineParameters{.bytesize = 8,
-                                                 .stopbits = 1,
-                                                 .parity = 0,
-                                                 .baudrate = static_cast<int>(baudrate),
-                                                 .timeout = 0,
-                                                 .delay = 0});
-    const auto attributes = settings.terminalAttributes();
-    return ::cfgetospeed(&attributes) != B0;
-}
-
 /// The relative steps upwards of an axis, which a lens has that can be moved at all.
 using UpCommands = std::array<std::string_view, 3>;
 constexpr UpCommands zoomUp{CMD_ZOOM_PLUS, CMD_ZOOM_PLUS2, CMD_ZOOM_PLUS3};
@@ -112,9 +100,9 @@ void findLineSurprises(const ModelDefinition& model, Mistakes& mistakes) {
     const auto warnUnless = [&](bool usual, const std::string& message) {
         if (!usual) add(Severity::warning, message);
     };
-    warnUnless(isPossibleSpeed(line.baudrate), "has the baud rate " +
-                                                   std::to_string(line.baudrate) +
-                                                   ", which no serial line has: it would be dead");
+    warnUnless(isPossibleSpeed(static_cast<int>(line.baudrate)),
+               "has the baud rate " + std::to_string(line.baudrate) +
+                   ", which no serial line has: it would be dead");
     warnUnless(line.bytesize >= 5 && line.bytesize <= 8,
                "has the character size " + std::to_string(line.bytesize) + ", which counts as 8");
     warnUnless(line.stopbits == 1 || line.stopbits == 2,

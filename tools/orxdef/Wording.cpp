@@ -54,6 +54,10 @@ std::string alternatives(std::span<const std::string_view> names) {
     return text;
 }
 
+std::string counted(std::size_t count, std::string_view what) {
+    return std::to_string(count).append(" ").append(what).append(count == 1 ? "" : "s");
+}
+
 /// Only those are measured whose length leaves them a chance: a damaged file names thousands.
 std::vector<std::string_view> nearest(std::string_view name,
                                       std::span<const std::string_view> candidates) {

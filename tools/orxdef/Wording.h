@@ -1,6 +1,7 @@
 // How messages name things. Pure functions: any thread may call them.
 #pragma once
 
+#include <cstddef>
 #include <optional>
 #include <span>
 #include <string>
@@ -17,6 +18,9 @@ namespace orx::orxdef {
 
 /// "a", "b" or "c"
 [[nodiscard]] std::string alternatives(std::span<const std::string_view> names);
+
+/// "1 WHAT", "2 WHATs"
+[[nodiscard]] std::string counted(std::size_t count, std::string_view what);
 
 /// The candidates that were probably meant by `name`, the nearest first, three at most: those that
 /// differ in letter case and at most every third character. Equally near ones keep their order.
