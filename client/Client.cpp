@@ -39,20 +39,23 @@ sockaddr_in lookUp(const Address& address) {
     throw std::system_error(errno, std::generic_category(), what);
 }
 
-/// A socket of its own port that talks to `peer` alone.
-FileDescriptor connectedSocket(const sockaddr_in& peer) {
+/// A socket with a port of its own. It is not connected, because a daemon that listens on all
+/// addresses of a machine may answer from another one than it was asked at; what a connected socket
+/// is told all the same, that nobody listens, is asked for.
+FileDescriptor openSocket() {
     FileDescriptor socket(::socket(AF_INET, SOCK_DGRAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0));
     if (!socket.isOpen()) fail("cannot open a socket");
-    const auto* const generic = reinterpret_cast<const sockaddr*>(&peer);
-    if (::connect(socket.get(), generic, sizeof peer) != 0) fail("cannot reach the host");
+    constexpr int yes = 1;
+    ::setsockopt(socket.get(), IPPROTO_IP, IP_RECVERR, &yes, sizeof yes);
     return socket;
 }
 
 /// That nobody listens is told by the send after the one that it concerns; the daemon may be about
 /// to start, so it is as good as a lost datagram.
-void sendOnce(const FileDescriptor& socket, std::string_view text) {
+void sendOnce(const FileDescriptor& socket, const sockaddr_in& peer, std::string_view text) {
+    const auto* const generic = reinterpret_cast<const sockaddr*>(&peer);
     for (int attempts = 2; attempts > 0; --attempts) {
-        if (::send(socket.get(), text.data(), text.size(), 0) >= 0) return;
+        if (::sendto(socket.get(), text.data(), text.size(), 0, generic, sizeof peer) >= 0) return;
         if (errno != ECONNREFUSED) fail("cannot send");
     }
 }
@@ -75,6 +78,7 @@ std::optional<DaemonStatus> receiveUntil(const FileDescriptor& socket, Clock::ti
         const auto size = ::recv(socket.get(), buffer.data(), buffer.size(), 0);
         if (size < 0) {
             refused = refused || errno == ECONNREFUSED;
+            ::recv(socket.get(), buffer.data(), buffer.size(), MSG_ERRQUEUE);  // or poll goes on
             continue;
         }
         const std::string_view reply(buffer.data(), static_cast<std::size_t>(size));
@@ -88,19 +92,19 @@ std::optional<DaemonStatus> receiveUntil(const FileDescriptor& socket, Clock::ti
 Client::Client(const Address& address) : peer(lookUp(address)) {}
 
 void Client::send(const Request& request) const {
-    sendOnce(connectedSocket(peer), request.text());
+    sendOnce(openSocket(), peer, request.text());
 }
 
 std::optional<DaemonStatus> Client::status(Milliseconds timeout) const {
     constexpr Milliseconds firstPause{50};
     constexpr Milliseconds longestPause{1000};
-    const auto socket = connectedSocket(peer);
+    const auto socket = openSocket();
     const auto begin = Clock::now();
     auto end = begin + timeout;
     auto pause = firstPause;
     bool refused = false;
     do {
-        sendOnce(socket, "STATUS");
+        sendOnce(socket, peer, "STATUS");
         auto answer = receiveUntil(socket, std::min(end, Clock::now() + pause), refused);
         if (answer) return answer;
         if (refused) end = std::min(end, begin + answerTime);

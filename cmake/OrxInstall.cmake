@@ -21,6 +21,13 @@ endif()
 if(TARGET orxsim)
     install(TARGETS orxsim RUNTIME DESTINATION bin)
 endif()
+if(TARGET orxctl)
+    install(TARGETS orxctl RUNTIME DESTINATION bin)
+    install(FILES ${PROJECT_SOURCE_DIR}/docs/orxctl.1 DESTINATION share/man/man1)
+    install(FILES ${ORX_COMPLETIONS}/orxctl DESTINATION share/bash-completion/completions)
+    install(FILES ${ORX_COMPLETIONS}/_orxctl DESTINATION share/zsh/site-functions)
+    install(FILES ${ORX_COMPLETIONS}/orxctl.fish DESTINATION share/fish/vendor_completions.d)
+endif()
 
 # What another program needs to talk to daemons: find_package(orx-client).
 include(CMakePackageConfigHelpers)

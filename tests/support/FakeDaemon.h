@@ -21,8 +21,16 @@ class FakeDaemon {
     /// Gives the replies to a datagram. Called on the daemon's thread.
     using Answer = std::function<std::vector<std::string>(const std::string& datagram)>;
 
-    explicit FakeDaemon(Answer answerer)
-        : socket(boundSocket()), answer(std::move(answerer)), thread([this] { serve(); }) {}
+    /// `elsewhere` answers from another socket than the one that is asked, as a daemon may that
+    /// listens on all addresses of its machine.
+    enum class From : bool { sameSocket, elsewhere };
+
+    explicit FakeDaemon(Answer answerer, From from = From::sameSocket)
+        : socket(boundSocket()),
+          replySocket(from == From::elsewhere ? boundSocket()
+                                              : FileDescriptor(::dup(socket.get()))),
+          answer(std::move(answerer)),
+          thread([this] { serve(); }) {}
     FakeDaemon(const FakeDaemon&) = delete;
     FakeDaemon& operator=(const FakeDaemon&) = delete;
     ~FakeDaemon() {
@@ -63,7 +71,7 @@ class FakeDaemon {
             const std::string datagram(buffer.data(), static_cast<std::size_t>(size));
             record(datagram);
             for (const auto& reply : answer(datagram))
-                ::sendto(socket.get(), reply.data(), reply.size(), 0, from, length);
+                ::sendto(replySocket.get(), reply.data(), reply.size(), 0, from, length);
         }
     }
 
@@ -73,6 +81,7 @@ class FakeDaemon {
     }
 
     FileDescriptor socket;
+    FileDescriptor replySocket;
     Answer answer;
     mutable std::mutex mutex;
     std::vector<std::string> received;

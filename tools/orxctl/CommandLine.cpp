@@ -249,8 +249,7 @@ Fleet CommandLine::fleet() const {
     if (!hostsFile.empty() && !ConfigFile::isReadable(hostsFile))
         throw std::invalid_argument("hosts file not found: " + hostsFile);
     const HostsFile hosts(file);
-    const auto words = hostWords.empty() ? std::vector{client::Address().text()} : hostWords;
-    return Fleet(hosts.targets(words));
+    return Fleet(hosts.targets(hostWords.empty() ? usualTargets() : hostWords));
 }
 
 SendOptions CommandLine::sendOptions() const {

@@ -50,6 +50,12 @@ void HostsFile::add(const std::string& word, std::vector<std::string>& way,
     way.pop_back();
 }
 
+std::vector<std::string> usualTargets() {
+    const auto given = environment("ORX_HOST");
+    if (given.empty()) return {client::Address().text()};
+    return ConfigFile({{"", given}}).getList("");
+}
+
 std::string usualHostsFile() {
     const auto personal = personalHostsFile();
     return ConfigFile::isReadable(personal) ? personal : INSTALL_PREFIX + "/etc/orx-hosts.cfg";

@@ -37,6 +37,10 @@ class HostsFile : public ConfigFile {
              std::vector<Target>& found) const;
 };
 
+/// The words that stand for the daemons where the user names none: those of $ORX_HOST between its
+/// commas, else the address of a daemon on this machine.
+[[nodiscard]] std::vector<std::string> usualTargets();
+
 /// The file to be used where the user names none: orx/hosts below $XDG_CONFIG_HOME or ~/.config,
 /// else etc/orx-hosts.cfg below the prefix. Need not be there.
 [[nodiscard]] std::string usualHostsFile();

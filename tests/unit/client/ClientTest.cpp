@@ -40,6 +40,11 @@ TEST(Client, asksForTheStatus) {
     EXPECT_EQ(Client(daemon.address()).status(longEnough), DaemonStatus::parse(resting));
 }
 
+TEST(Client, takesTheAnswerFromAnotherAddressOfTheDaemon) {
+    const FakeDaemon daemon(oneByOne({{resting}}), FakeDaemon::From::elsewhere);
+    EXPECT_EQ(Client(daemon.address()).status(longEnough), DaemonStatus::parse(resting));
+}
+
 TEST(Client, asksAgainWhereAnAnswerIsLost) {
     const FakeDaemon daemon(oneByOne({lost, lost, {resting}}));
     EXPECT_EQ(Client(daemon.address()).status(longEnough), DaemonStatus::parse(resting));

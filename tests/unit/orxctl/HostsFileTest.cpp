@@ -1,4 +1,5 @@
 // Names for daemons and groups of them.
+#include <cstdlib>
 #include <stdexcept>
 
 #include <gmock/gmock.h>
@@ -67,6 +68,25 @@ TEST_F(Hosts, areRefusedWhereANameLeadsBackToItself) {
 
 TEST_F(Hosts, areNoneWhereThereIsNoFile) {
     EXPECT_THAT(HostsFile(folder.file("missing")).targets({"hall"}).front().name, "hall:7781");
+}
+
+/// One test process runs one test, so nobody else sees what this one does to its environment.
+TEST_F(Hosts, areThoseOfTheEnvironmentWhereNoneAreNamed) {
+    ::unsetenv("ORX_HOST");
+    EXPECT_THAT(usualTargets(), ElementsAre("127.0.0.1:7781"));
+    ::setenv("ORX_HOST", "hall, 10.0.0.7:1", 1);
+    EXPECT_THAT(usualTargets(), ElementsAre("hall", "10.0.0.7:1"));
+}
+
+TEST_F(Hosts, areReadFromTheFileOfTheUserWhereThereIsOne) {
+    ::setenv("XDG_CONFIG_HOME", folder.path().c_str(), 1);
+    EXPECT_THAT(usualHostsFile(), testing::EndsWith("/etc/orx-hosts.cfg"));
+    folder.write("orx/hosts", text);
+    EXPECT_EQ(usualHostsFile(), folder.file("orx/hosts"));
+    ::unsetenv("XDG_CONFIG_HOME");
+    ::setenv("HOME", folder.path().c_str(), 1);
+    folder.write(".config/orx/hosts", text);
+    EXPECT_EQ(usualHostsFile(), folder.file(".config/orx/hosts"));
 }
 
 }  // namespace
