@@ -17,6 +17,7 @@
 #include "orxctl/Requests.h"
 #include "orxctl/Show.h"
 #include "orxctl/StatusReport.h"
+#include "orxctl/check/Check.h"
 
 namespace orx::orxctl {
 namespace {
@@ -170,7 +171,14 @@ void CommandLine::addPing() {
     addTimeout(*command, "Longest time for an answer, 2 if left out");
 }
 
-void CommandLine::addCheck() {}
+void CommandLine::addCheck() {
+    auto* const command =
+        addErrand("check", "Say what a start of the daemon would say, without starting it", [this] {
+            return check(argument, asJson ? CheckFormat::json : CheckFormat::text, std::cout);
+        });
+    addPositional(*command, argument, "CONFIG", "The configuration; the default one if left out");
+    command->add_flag("--json", asJson, "Print one JSON object");
+}
 
 void CommandLine::addCompletion() {
     auto* const command = addErrand("completion", "Print a script that completes command lines",

@@ -16,6 +16,7 @@
 
 #include "orxdef/Mistakes.h"
 #include "projector/DefinitionFormat.h"
+#include "serial/SerialSettings.h"
 
 namespace orx::orxdef {
 
@@ -56,7 +57,7 @@ struct ArgumentDescriptor {
 /// The parity of a serial line, with its code in the binary file; other codes mean none.
 enum class Parity : std::uint8_t { none = 0, odd = 1, even = 2 };
 /// How TOML calls them, by code.
-inline constexpr std::array<std::string_view, 3> parityNames{"none", "odd", "even"};
+inline constexpr auto parityNames = parityTexts;
 
 /// What a model expects after each command, with its code in the binary file; other codes mean
 /// none.

@@ -1,0 +1,100 @@
+#include "orxctl/check/Holders.h"
+
+#include <algorithm>
+#include <charconv>
+#include <filesystem>
+#include <fstream>
+#include <optional>
+#include <sstream>
+#include <string_view>
+#include <system_error>
+#include <unistd.h>
+
+#include "core/Text.h"
+
+namespace orx::orxctl {
+namespace {
+
+namespace fs = std::filesystem;
+
+std::optional<pid_t> processId(const std::string& name) {
+    pid_t id = 0;
+    const auto* const end = name.data() + name.size();
+    const auto result = std::from_chars(name.data(), end, id);
+    if (result.ec != std::errc() || result.ptr != end) return std::nullopt;
+    return id;
+}
+
+std::string contentOf(const fs::path& path) {
+    std::ostringstream content;
+    content << std::ifstream(path, std::ios::binary).rdbuf();
+    return content.str();
+}
+
+Process describe(pid_t id, const fs::path& folder) {
+    constexpr std::size_t longest = 60;
+    const auto name = trim(contentOf(folder / "comm"));
+    auto command = contentOf(folder / "cmdline");
+    while (command.ends_with('\0'))
+        command.pop_back();
+    std::ranges::replace(command, '\0', ' ');
+    if (command.empty()) command = name;
+    if (command.size() > longest) command = command.substr(0, longest) + "...";
+    return {id, name, escapeBytes(command)};
+}
+
+/// Whether one of the links of a process leads to a wanted file.
+bool holds(const fs::directory_iterator& links, const FileTest& isWanted) {
+    return std::any_of(begin(links), end(links), [&isWanted](const fs::directory_entry& link) {
+        struct stat status {};
+        return ::stat(link.path().c_str(), &status) == 0 && isWanted(status);
+    });
+}
+
+}  // namespace
+
+std::string listed(const std::vector<Process>& processes) {
+    std::string text;
+    for (const auto& process : processes)
+        text.append(text.empty() ? "" : ", ")
+            .append("process ")
+            .append(std::to_string(process.id))
+            .append(" (")
+            .append(process.command)
+            .append(")");
+    return text;
+}
+
+std::string unseen(std::size_t hidden) {
+    return "processes of other users that were not looked into: " + std::to_string(hidden) +
+           "; check as root to see them, too";
+}
+
+Holders findHolders(const FileTest& isWanted) {
+    Holders holders;
+    std::error_code error;
+    for (const auto& entry : fs::directory_iterator("/proc", error)) {
+        const auto id = processId(entry.path().filename());
+        if (!id || *id == ::getpid()) continue;
+        const fs::directory_iterator links(entry.path() / "fd", error);
+        if (error == std::errc::permission_denied) ++holders.hidden;
+        if (!error && holds(links, isWanted))
+            holders.processes.push_back(describe(*id, entry.path()));
+    }
+    std::ranges::sort(holders.processes, {}, &Process::id);
+    return holders;
+}
+
+Holders holdersOfDevice(dev_t device) {
+    return findHolders([device](const struct stat& status) {
+        return S_ISCHR(status.st_mode) && status.st_rdev == device;
+    });
+}
+
+Holders holdersOfSocket(ino_t socket) {
+    return findHolders([socket](const struct stat& status) {
+        return S_ISSOCK(status.st_mode) && status.st_ino == socket;
+    });
+}
+
+}  // namespace orx::orxctl
