@@ -65,6 +65,14 @@ void checkLog(const CheckedConfig& config, Report& report) {
         report.warn(place, obstacle->reason + ", so no log is kept; " + obstacle->cure);
 }
 
+/// The lens memory is read ahead of the values that say how the lens is to move.
+void checkLens(const CheckedConfig& config, Report& report) {
+    const ConfigText memory(LensConfig::filePath());
+    checkLines(memory, Stage::withProjector, report);
+    checkMotion(config, report);
+    checkLensMemory(memory, report);
+}
+
 /// The parts of the start, one behind the other as the daemon goes through them.
 void checkParts(const std::string& path, Report& report) {
     const CheckedConfig config(path);
@@ -74,8 +82,7 @@ void checkParts(const std::string& path, Report& report) {
     const auto model = checkDefinition(config, report);
     checkSerial(config, model, report);
     checkAliases(config, model, report);
-    checkMotion(config, report);
-    checkLensMemory(LensConfig::filePath(), report);
+    checkLens(config, report);
     checkChannels(config, ownPortRights(), report);
 }
 

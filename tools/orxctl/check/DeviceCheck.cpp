@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
-#include <fcntl.h>
 #include <filesystem>
 #include <optional>
 #include <sys/stat.h>
@@ -75,12 +74,15 @@ class DeviceCheck {
             return;
         }
         if (S_ISDIR(status.st_mode)) {
-            cannotOpen(EISDIR,
-                       orxdef::quoted(path) + " is a folder; name a device" + suggestions());
+            refuseKind(EISDIR, " is a folder");
             return;
         }
-        if (::faccessat(AT_FDCWD, path.c_str(), R_OK | W_OK, AT_EACCESS) != 0) {
-            cannotOpen(errno, "user " + orxdef::quoted(userName()) + " may not read and write " +
+        if (S_ISSOCK(status.st_mode)) {
+            refuseKind(ENXIO, " is a socket");
+            return;
+        }
+        if (const int error = accessError(path, R_OK | W_OK); error != 0) {
+            cannotOpen(error, "user " + orxdef::quoted(userName()) + " may not read and write " +
                                   orxdef::quoted(path) + "; " + accessAdvice(path, status));
         }
         if (isLine()) {
@@ -92,6 +94,10 @@ class DeviceCheck {
   private:
     void cannotOpen(int errorNumber, const std::string& reason) {
         report.ends(place, SerialConnector::openFailure(errorNumber), reason, Stage::withProjector);
+    }
+
+    void refuseKind(int errorNumber, const std::string& kind) {
+        cannotOpen(errorNumber, orxdef::quoted(path) + kind + "; name a device" + suggestions());
     }
 
     void explainMissing(int errorNumber) {

@@ -1,8 +1,6 @@
 // Checks how the lens is to move, and the lens memory.
 #pragma once
 
-#include <string>
-
 #include "orxctl/check/CheckedConfig.h"
 #include "orxctl/check/Report.h"
 
@@ -11,7 +9,8 @@ namespace orx::orxctl {
 /// Reports odd values of the keys `abszoom.*` and `absfocus.*`.
 void checkMotion(const CheckedConfig& config, Report& report);
 
-/// Reports what is wrong with the lens memory file at `path`, which need not exist.
-void checkLensMemory(const std::string& path, Report& report);
+/// Reports odd ranges and slots in a lens memory file, and what keeps the daemon from reading and
+/// writing it. The file need not exist. Its lines have been checked.
+void checkLensMemory(const ConfigText& memory, Report& report);
 
 }  // namespace orx::orxctl

@@ -36,11 +36,10 @@ std::string textOf(const MemorySlot& slot) {
 
 class LensMemoryCheck {
   public:
-    LensMemoryCheck(const std::string& path, Report& findings)
-        : text(path), values(text.entries()), report(findings) {}
+    LensMemoryCheck(const ConfigText& memory, Report& findings)
+        : text(memory), values(text.entries()), report(findings) {}
 
     void check() {
-        checkLines(text, Stage::withProjector, report);
         for (const auto& axis : {zoomCommands, focusCommands})
             checkRange(axis.axisName);
         for (const auto& piece : values.getList("mem"))
@@ -85,7 +84,7 @@ class LensMemoryCheck {
         }
     }
 
-    const ConfigText text;
+    const ConfigText& text;
     const ConfigFile values;
     Report& report;
     std::set<int> numbers{};
@@ -93,15 +92,14 @@ class LensMemoryCheck {
 
 }  // namespace
 
-void checkLensMemory(const std::string& path, Report& report) {
-    const Place place{.subject = "lens memory", .file = path};
-    if (exists(path) && !isReadableFile(path))
+void checkLensMemory(const ConfigText& memory, Report& report) {
+    const auto place = memory.whole("lens memory");
+    if (exists(memory.path()) && !isReadableFile(memory.path()))
         report.warn(place,
                     "the file cannot be read, so the lens has neither ranges nor slots; let the "
                     "user of the daemon read it");
-    else
-        LensMemoryCheck(path, report).check();
-    if (const auto obstacle = obstacleToWriting(path))
+    LensMemoryCheck(memory, report).check();
+    if (const auto obstacle = obstacleToWriting(memory.path()))
         report.warn(place, obstacle->reason +
                                ", and the first calibration or MEMSAVE ends the daemon; " +
                                obstacle->cure);

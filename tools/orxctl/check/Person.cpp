@@ -1,6 +1,8 @@
 #include "orxctl/check/Person.h"
 
 #include <algorithm>
+#include <cerrno>
+#include <fcntl.h>
 #include <grp.h>
 #include <pwd.h>
 #include <unistd.h>
@@ -40,6 +42,10 @@ bool hasRightsOf(gid_t group) {
     std::vector<gid_t> groups(static_cast<std::size_t>(std::max(0, ::getgroups(0, nullptr))));
     if (::getgroups(static_cast<int>(groups.size()), groups.data()) < 0) return false;
     return contains(groups, group);
+}
+
+int accessError(const std::string& path, int mode) noexcept {
+    return ::faccessat(AT_FDCWD, path.c_str(), mode, AT_EACCESS) == 0 ? 0 : errno;
 }
 
 }  // namespace orx::orxctl

@@ -1,4 +1,4 @@
-// The user who runs the check, and the groups of this machine, by name.
+// The user who runs the check: name, groups and rights.
 #pragma once
 
 #include <string>
@@ -18,5 +18,9 @@ namespace orx::orxctl {
 
 /// Whether this process itself has the rights of `group`.
 [[nodiscard]] bool hasRightsOf(gid_t group);
+
+/// The system's error number where the user may not use the file at `path` in that mode, a
+/// combination of R_OK, W_OK and X_OK; 0 where he may. Opens nothing.
+[[nodiscard]] int accessError(const std::string& path, int mode) noexcept;
 
 }  // namespace orx::orxctl

@@ -2,7 +2,6 @@
 
 #include <cerrno>
 #include <cstring>
-#include <fcntl.h>
 #include <filesystem>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -13,15 +12,10 @@
 namespace orx::orxctl {
 namespace {
 
-bool mayUse(const std::string& path, int mode) {
-    return ::faccessat(AT_FDCWD, path.c_str(), mode, AT_EACCESS) == 0;
-}
-
-Obstacle refused(const std::string& what, const std::string& path) {
-    const auto error = errno;
-    return {what + ": " + std::strerror(error), error == EACCES
-                                                    ? "sudo chown " + userName() + " " + path
-                                                    : "name another file, or mend the disk"};
+Obstacle refused(int errorNumber, const std::string& what, const std::string& path) {
+    return {what + ": " + std::strerror(errorNumber), errorNumber == EACCES
+                                                          ? "sudo chown " + userName() + " " + path
+                                                          : "name another file, or mend the disk"};
 }
 
 std::optional<Obstacle> obstacleToMaking(const std::string& path) {
@@ -32,12 +26,14 @@ std::optional<Obstacle> obstacleToMaking(const std::string& path) {
         if (errno == ENOENT)
             return Obstacle{"there is no folder " + orxdef::quoted(folder),
                             "sudo install -d -o " + userName() + " " + folder};
-        return refused("the folder " + orxdef::quoted(folder) + " cannot be reached", folder);
+        return refused(errno, "the folder " + orxdef::quoted(folder) + " cannot be reached",
+                       folder);
     }
     if (!S_ISDIR(status.st_mode))
         return Obstacle{orxdef::quoted(folder) + " is no folder", "name another file"};
-    if (!mayUse(folder, W_OK | X_OK))
-        return refused("user " + orxdef::quoted(userName()) + " cannot make files in the folder " +
+    if (const int error = accessError(folder, W_OK | X_OK); error != 0)
+        return refused(error,
+                       "user " + orxdef::quoted(userName()) + " cannot make files in the folder " +
                            orxdef::quoted(folder),
                        folder);
     return std::nullopt;
@@ -49,13 +45,14 @@ std::optional<Obstacle> obstacleToWriting(const std::string& path) {
     struct stat status {};
     if (::stat(path.c_str(), &status) != 0) {
         if (errno == ENOENT) return obstacleToMaking(path);
-        return refused(orxdef::quoted(path) + " cannot be reached", path);
+        return refused(errno, orxdef::quoted(path) + " cannot be reached", path);
     }
     if (S_ISDIR(status.st_mode))
         return Obstacle{orxdef::quoted(path) + " is a folder", "name a file"};
-    if (!mayUse(path, W_OK))
+    if (const int error = accessError(path, W_OK); error != 0)
         return refused(
-            "user " + orxdef::quoted(userName()) + " cannot write " + orxdef::quoted(path), path);
+            error, "user " + orxdef::quoted(userName()) + " cannot write " + orxdef::quoted(path),
+            path);
     return std::nullopt;
 }
 
