@@ -147,6 +147,20 @@ TEST_F(CheckChannel, canBeTakenWithoutThatItShowsByWhom) {
                 HasSubstr(taken + " is taken by another process; end it, or give another port"));
 }
 
+TEST_F(CheckChannel, isTakenItSeemsByADaemonOfAnotherUser) {
+    if (::geteuid() != 0) GTEST_SKIP() << "only the administrator has processes of other users";
+    const test::UdpPeer peer(test::privateAddress());
+    const auto taken = test::privateAddress() + ":" + std::to_string(test::portOf(peer.address()));
+    const auto config = configure("controlchannel = " + taken);
+    const HoldingProcess holder("orx");
+    const OrdinaryUser user;
+    EXPECT_THAT(reportOn(config),
+                testing::ContainsRegex(taken +
+                                       " is taken, it seems by a daemon that already runs, .*"
+                                       "process " +
+                                       std::to_string(holder.id()) + " "));
+}
+
 TEST_F(CheckChannel, mayBeTakenByASocketOfIpv6) {
     const FileDescriptor socket(::socket(AF_INET6, SOCK_DGRAM | SOCK_CLOEXEC, 0));
     sockaddr_in6 address{};

@@ -121,13 +121,17 @@ class ChannelCheck {
     }
 
     static std::string owner(const Holders& holders) {
-        const auto& [processes, hidden] = holders;
+        const auto& [processes, hidden, suspects] = holders;
+        const std::string daemonAdvice =
+            "; send it RESTART to make it read this configuration, or QUIT to end it";
+        if (processes.empty() && !suspects.empty())
+            return " is taken, it seems by a daemon that already runs, " + listed(suspects) +
+                   daemonAdvice;
         if (processes.empty())
             return " is taken by another process; end it, or give another port (" + unseen(hidden) +
                    ")";
         if (std::ranges::any_of(processes, &Process::isDaemon))
-            return " is served by a daemon that already runs, " + listed(processes) +
-                   "; send it RESTART to make it read this configuration, or QUIT to end it";
+            return " is served by a daemon that already runs, " + listed(processes) + daemonAdvice;
         return " is taken by " + listed(processes) + "; end it, or give another port";
     }
 

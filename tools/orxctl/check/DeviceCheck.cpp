@@ -25,8 +25,8 @@ namespace fs = std::filesystem;
 std::vector<std::string> adapterNames(const std::string& folder) {
     std::vector<std::string> names;
     std::error_code error;
-    for (const auto& entry : fs::directory_iterator(folder, error))
-        names.push_back(entry.path().string());
+    for (fs::directory_iterator entry(folder, error); entry != end(entry); entry.increment(error))
+        names.push_back(entry->path().string());
     std::ranges::sort(names);
     return names;
 }
@@ -131,11 +131,15 @@ class DeviceCheck {
     }
 
     void checkHolders() {
-        const auto [processes, hidden] = holdersOfDevice(status.st_rdev);
+        const auto [processes, hidden, suspects] = holdersOfDevice(status.st_rdev);
         for (const auto& process : processes)
             if (!isSimulator(process))
                 report.warn(place, orxdef::quoted(path) + " is held by " + owner(process));
-        if (processes.empty() && hidden > 0)
+        if (processes.empty() && !suspects.empty())
+            report.note(place, orxdef::quoted(path) +
+                                   " may be held by a daemon that already runs, " +
+                                   listed(suspects) + "; check as root to see");
+        else if (processes.empty() && hidden > 0)
             report.note(place, "whether another process holds " + orxdef::quoted(path) +
                                    " is not known: " + unseen(hidden));
     }

@@ -9,6 +9,7 @@
 #include <string_view>
 #include <system_error>
 #include <unistd.h>
+#include <utility>
 
 #include "core/Text.h"
 
@@ -43,12 +44,19 @@ Process describe(pid_t id, const fs::path& folder) {
     return {id, name, escapeBytes(command)};
 }
 
-/// Whether one of the links of a process leads to a wanted file.
-bool holds(const fs::directory_iterator& links, const FileTest& isWanted) {
-    return std::any_of(begin(links), end(links), [&isWanted](const fs::directory_entry& link) {
+/// Whether one of the links of a process leads to a wanted file. The process may end meanwhile.
+bool holds(fs::directory_iterator link, const FileTest& isWanted) {
+    std::error_code error;
+    for (; link != end(link); link.increment(error)) {
         struct stat status {};
-        return ::stat(link.path().c_str(), &status) == 0 && isWanted(status);
-    });
+        if (::stat(link->path().c_str(), &status) == 0 && isWanted(status)) return true;
+    }
+    return false;
+}
+
+void addHidden(Process process, Holders& holders) {
+    ++holders.hidden;
+    if (process.isDaemon()) holders.suspects.push_back(std::move(process));
 }
 
 }  // namespace
@@ -73,13 +81,16 @@ std::string unseen(std::size_t hidden) {
 Holders findHolders(const FileTest& isWanted) {
     Holders holders;
     std::error_code error;
-    for (const auto& entry : fs::directory_iterator("/proc", error)) {
-        const auto id = processId(entry.path().filename());
+    for (fs::directory_iterator entry("/proc", error); entry != end(entry);
+         entry.increment(error)) {
+        const auto id = processId(entry->path().filename());
         if (!id || *id == ::getpid()) continue;
-        const fs::directory_iterator links(entry.path() / "fd", error);
-        if (error == std::errc::permission_denied) ++holders.hidden;
-        if (!error && holds(links, isWanted))
-            holders.processes.push_back(describe(*id, entry.path()));
+        std::error_code refusal;
+        const fs::directory_iterator links(entry->path() / "fd", refusal);
+        if (refusal == std::errc::permission_denied)
+            addHidden(describe(*id, entry->path()), holders);
+        else if (!refusal && holds(links, isWanted))
+            holders.processes.push_back(describe(*id, entry->path()));
     }
     std::ranges::sort(holders.processes, {}, &Process::id);
     return holders;

@@ -24,7 +24,8 @@ struct Process {
 
 struct Holders {
     std::vector<Process> processes{};
-    std::size_t hidden = 0;  ///< processes into which the user may not look
+    std::size_t hidden = 0;           ///< processes into which the user may not look
+    std::vector<Process> suspects{};  ///< the daemons among those
 };
 
 /// What to say where nothing was found but `hidden` processes may be what was looked for.
