@@ -27,8 +27,8 @@ class ConfigFile {
     /// Reads `path` at once; errors as `load`.
     explicit ConfigFile(std::string path);
 
-    /// A store of `entries` without a file.
-    explicit ConfigFile(Entries entries);
+    /// A store of the `given` entries without a file.
+    explicit ConfigFile(Entries given);
 
     ConfigFile(const ConfigFile&) = delete;
     ConfigFile& operator=(const ConfigFile&) = delete;

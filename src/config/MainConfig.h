@@ -30,8 +30,8 @@ class MainConfig : public ConfigFile {
     /// Reads `path`, fills in the defaults and gathers the aliases; errors as `ConfigFile::load`.
     explicit MainConfig(std::string path);
 
-    /// The configuration that a file of these entries makes.
-    explicit MainConfig(Entries entries);
+    /// The configuration that a file of the `given` entries makes.
+    explicit MainConfig(Entries given);
 
     void reload() override;
 

@@ -53,7 +53,7 @@ void checkLines(const ConfigText& text, Stage stage, Report& report) {
         const auto place = text.placeOf(*line);
         if (line->content.kind == ConfigLine::Kind::malformed) {
             report.ends(place, ConfigFile::parseError(text.path(), line->number),
-                        "the line has no \"=\"; write \"key = value\", or \"#\" ahead of a comment",
+                        R"(the line has no "="; write "key = value", or "#" ahead of a comment)",
                         stage);
             continue;
         }

@@ -52,10 +52,10 @@ std::string advice(std::string_view key) {
 }
 
 void checkComment(const ConfigText& text, const ConfigText::Line& line, Report& report) {
-    const auto& value = line.content.value;
-    for (auto blank = value.find_first_of(" \t"); blank != std::string::npos;
+    const std::string_view value = line.content.value;
+    for (auto blank = value.find_first_of(" \t"); blank != std::string_view::npos;
          blank = value.find_first_of(" \t", blank + 1)) {
-        const auto rest = std::string_view(value).substr(blank + 1);
+        const auto rest = value.substr(blank + 1);
         if (!looksLikeComment(rest)) continue;
         report.warn(text.placeOf(line), "the value is all of " + orxdef::quoted(value) + ", with " +
                                             orxdef::quoted(rest) + std::string(commentAdvice));

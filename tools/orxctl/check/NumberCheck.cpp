@@ -12,7 +12,7 @@ std::optional<int> NumberCheck::read(const std::string& text, const Place& place
     try {
         std::size_t length = 0;
         const int number = std::stoi(text, &length);
-        const auto rest = trim(std::string_view(text).substr(length));
+        const auto rest = trim(text.substr(length));
         if (!rest.empty())
             report.warn(place, orxdef::quoted(text) + " is read as " + std::to_string(number) +
                                    "; leave out " + orxdef::quoted(rest) +
