@@ -16,7 +16,7 @@
 #include "lens/LensConfig.h"
 #include "orxctl/check/Check.h"
 #include "support/TemporaryFolder.h"
-#include "unit/control/UdpPeer.h"
+#include "support/UdpPeer.h"
 #include "unit/orxdef/Reading.h"
 #include "unit/serial/PseudoTerminal.h"
 
