@@ -26,6 +26,10 @@ struct Outcome {
     std::optional<client::DaemonStatus> daemon{};  ///< where the errand was to ask for it
 };
 
+[[nodiscard]] constexpr int asNumber(ExitStatus status) noexcept {
+    return static_cast<int>(status);
+}
+
 [[nodiscard]] inline ExitStatus worstOf(const std::vector<Outcome>& outcomes) {
     const auto worst = std::ranges::max_element(outcomes, {}, &Outcome::status);
     return worst != outcomes.end() ? worst->status : ExitStatus::done;

@@ -1,0 +1,172 @@
+#include "orxctl/Call.h"
+
+#include <algorithm>
+#include <fstream>
+#include <iostream>
+#include <stdexcept>
+#include <sys/ioctl.h>
+#include <thread>
+#include <unistd.h>
+
+#include "commands/Keywords.h"
+#include "orxctl/CommandList.h"
+#include "orxctl/HostsFile.h"
+#include "orxctl/Progress.h"
+#include "orxctl/Requests.h"
+#include "orxctl/Show.h"
+#include "orxctl/StatusReport.h"
+
+namespace orx::orxctl {
+namespace {
+
+using std::chrono::milliseconds;
+
+/// How long the lens may take, unless the user says so: a slow one takes a minute from end to end.
+constexpr milliseconds usualWaitTime{120'000};
+
+bool isTerminal() {
+    return ::isatty(STDOUT_FILENO) == 1;
+}
+
+std::size_t terminalWidth() {
+    constexpr std::size_t usual = 80;
+    winsize size{};
+    const bool isKnown = ::ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col > 1;
+    return isKnown ? size.ws_col : usual;
+}
+
+/// Shows the moves of a fleet on a terminal, and nothing anywhere else.
+class MaybeProgress {
+  public:
+    explicit MaybeProgress(std::size_t daemons) {
+        if (isTerminal()) progress.emplace(std::cout, terminalWidth(), daemons);
+    }
+    [[nodiscard]] client::Client::Observer observer(std::size_t number) {
+        if (!progress) return {};
+        return [this, number](const auto& status) { progress->show(number, status); };
+    }
+
+  private:
+    std::optional<Progress> progress;
+};
+
+/// Tells how the errands have ended; gives the exit status.
+int tell(const Fleet& daemons, const std::vector<Outcome>& outcomes) {
+    printOutcomes(daemons, outcomes, std::cout, std::cerr);
+    return asNumber(worstOf(outcomes));
+}
+
+std::vector<Outcome> statusOf(Fleet& daemons, milliseconds limit) {
+    return daemons.doForAll(
+        [limit](const client::Client& daemon, std::size_t) { return askStatus(daemon, limit); });
+}
+
+/// A show file, read and checked.
+Show readShow(const std::string& path) {
+    if (path == "-") return {std::cin, "input"};
+    std::ifstream file(path);
+    if (!file) throw std::invalid_argument("show file not found: " + path);
+    return {file, path};
+}
+
+}  // namespace
+
+Fleet Call::fleet() const {
+    if (!hostsFile.empty() && !ConfigFile::isReadable(hostsFile))
+        throw std::invalid_argument("hosts file not found: " + hostsFile);
+    const HostsFile names(hostsFile.empty() ? usualHostsFile() : hostsFile);
+    return Fleet(names.targets(hosts.empty() ? usualTargets() : hosts));
+}
+
+SendOptions Call::options() const {
+    auto chosen = policies;
+    chosen.waitTime = timeout.value_or(usualWaitTime);
+    if (timeout)
+        chosen.answerTime = policies.wait ? std::min(*timeout, chosen.answerTime) : *timeout;
+    return chosen;
+}
+
+int Call::send() const {
+    const auto request = parseRequest(command);
+    if (policies.wait && request.keyword() == CMD_QUIT)
+        throw std::invalid_argument("QUIT ends the daemon: there is nothing to wait for");
+    if (request.keyword() == CMD_STATUS) return showStatus();
+    auto daemons = fleet();
+    std::vector<Outcome> outcomes;
+    {
+        MaybeProgress progress(daemons.size());
+        outcomes = daemons.doForAll([&](const client::Client& daemon, std::size_t number) {
+            return orxctl::send(daemon, request, options(), progress.observer(number));
+        });
+    }
+    return tell(daemons, outcomes);
+}
+
+int Call::showStatus() const {
+    auto daemons = fleet();
+    const auto outcomes = statusOf(daemons, options().answerTime);
+    std::cout << (asJson ? statusJson(daemons, outcomes, JsonForm::indented)
+                         : statusTable(daemons, outcomes));
+    return asNumber(worstOf(outcomes));
+}
+
+int Call::watchStatus() const {
+    constexpr milliseconds interval{250};
+    auto daemons = fleet();
+    std::string shown;
+    while (std::cout) {
+        const auto outcomes = statusOf(daemons, options().answerTime);
+        const auto text = asJson ? statusJson(daemons, outcomes, JsonForm::oneLine)
+                                 : statusTable(daemons, outcomes);
+        if (text != shown) {
+            if (isTerminal() && !asJson && !shown.empty())
+                std::cout << "\033[" << std::ranges::count(shown, '\n') << "A\033[J";
+            std::cout << text << std::flush;
+            shown = text;
+        }
+        std::this_thread::sleep_for(interval);
+    }
+    return asNumber(ExitStatus::done);
+}
+
+int Call::waitUntilAtRest() const {
+    auto daemons = fleet();
+    std::vector<Outcome> outcomes;
+    {
+        MaybeProgress progress(daemons.size());
+        outcomes = daemons.doForAll([&](const client::Client& daemon, std::size_t number) {
+            return orxctl::waitUntilAtRest(daemon, options().waitTime, progress.observer(number));
+        });
+    }
+    return tell(daemons, outcomes);
+}
+
+int Call::ping() const {
+    auto daemons = fleet();
+    return tell(daemons, daemons.doForAll([this](const client::Client& daemon, std::size_t) {
+        return orxctl::ping(daemon, options().answerTime);
+    }));
+}
+
+int Call::runShow() const {
+    const auto show = readShow(argument);
+    auto daemons = fleet();
+    auto chosen = options();
+    chosen.answerTime = chosen.waitTime;  // a line may have to wait for the one before
+    std::vector<Outcome> outcomes;
+    {
+        MaybeProgress progress(daemons.size());
+        outcomes = show.run(daemons, chosen,
+                            [&](std::size_t number) { return progress.observer(number); });
+    }
+    return tell(daemons, outcomes);
+}
+
+int Call::listCommands() const {
+    const auto list = commandList(argument);
+    if (list.empty()) throw std::invalid_argument("no command is about \"" + argument + '"');
+    std::cout << list;
+    return asNumber(ExitStatus::done);
+}
+
+}  // namespace orx::orxctl
