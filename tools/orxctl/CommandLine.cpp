@@ -121,7 +121,8 @@ void CommandLine::addRun() {
     auto* const command = addErrand("run", "Do what a show file says, line by line",
                                     [this] { return call.runShow(); });
     addPositional(*command, call.argument, "FILE",
-                  "A command a line, # comments, sleep, wait; or -");
+                  "A command a line, # comments, sleep, wait; or -")
+        ->required();
     addTargets(*command);
     addTimeout(*command, "Longest time for each line, 120 if left out");
     addPolicies(*command);
