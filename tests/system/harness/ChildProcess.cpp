@@ -4,6 +4,7 @@
 #include <csignal>
 #include <fcntl.h>
 #include <poll.h>
+#include <pty.h>
 #include <stdexcept>
 #include <sys/syscall.h>
 #include <sys/wait.h>
@@ -29,6 +30,19 @@ Pipe makePipe() {
     return {FileDescriptor(ends[0]), FileDescriptor(ends[1])};
 }
 
+/// What is written to the terminal is read as it is, but for the line ends.
+Pipe makeTerminal() {
+    const winsize size{.ws_row = 24, .ws_col = 80, .ws_xpixel = 0, .ws_ypixel = 0};
+    int reading = FileDescriptor::none;
+    int writing = FileDescriptor::none;
+    if (::openpty(&reading, &writing, nullptr, nullptr, &size) != 0) {
+        throw std::runtime_error("no terminal to be had");
+    }
+    for (const int end : {reading, writing})
+        ::fcntl(end, F_SETFD, FD_CLOEXEC);
+    return {FileDescriptor(reading), FileDescriptor(writing)};
+}
+
 /// A descriptor that becomes readable when the process ends. The header of the library's own
 /// wrapper is of no use to C++ everywhere.
 FileDescriptor openHandle(pid_t process) {
@@ -43,9 +57,9 @@ std::string describeEnding(int status) {
 }  // namespace
 
 ChildProcess::ChildProcess(const ChildStart& start) : executable(start.command.front()) {
-    auto output = makePipe();
+    auto output = start.onTerminal ? makeTerminal() : makePipe();
     auto error = makePipe();
-    const FileDescriptor input(::open("/dev/null", O_RDONLY | O_CLOEXEC));
+    const FileDescriptor input(::open(start.inputFile.c_str(), O_RDONLY | O_CLOEXEC));
     Spawn wanted{.command = start.command,
                  .environment = start.environment,
                  .standardDescriptors = {input.get(), output.writing.get(), error.writing.get()},
@@ -91,6 +105,11 @@ std::string ChildProcess::waitForEnd() {
     if (ending.empty()) reap();
     if (outputRecorder) outputRecorder->waitForEnd();
     return ending;
+}
+
+std::string ChildProcess::errorText() const {
+    errorRecorder->waitForEnd();
+    return errorRecorder->bytes();
 }
 
 void ChildProcess::signal(int number) const {

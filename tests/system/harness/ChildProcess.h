@@ -21,6 +21,8 @@ struct ChildStart {
     std::vector<std::string> environment{};  ///< added to that of the test, "NAME=value" each
     bool sessionLeader = false;              ///< as a service manager starts it
     std::vector<int> closedDescriptors{};    ///< which of 0, 1 and 2 it does not get
+    std::string inputFile = "/dev/null";     ///< what it gets as standard input
+    bool onTerminal = false;                 ///< its standard output is one, of 80 columns
 };
 
 class ChildProcess {
@@ -44,6 +46,9 @@ class ChildProcess {
     [[nodiscard]] bool hasEnded();
 
     void signal(int number) const;
+
+    /// All that it has written to standard error. Once it has ended.
+    [[nodiscard]] std::string errorText() const;
 
     [[nodiscard]] pid_t id() const noexcept { return process; }
 

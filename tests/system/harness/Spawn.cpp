@@ -53,7 +53,7 @@ void arrangeDescriptors(const std::array<int, 3>& descriptors) {
 pid_t spawn(const Spawn& wanted) {
     auto command = wanted.command;
     auto environment = ownEnvironment();
-    environment.insert(environment.end(), wanted.environment.begin(), wanted.environment.end());
+    environment.insert(environment.begin(), wanted.environment.begin(), wanted.environment.end());
     const auto arguments = pointersTo(command);
     const auto variables = pointersTo(environment);
     const pid_t process = ::fork();
