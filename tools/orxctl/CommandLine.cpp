@@ -2,9 +2,11 @@
 
 #include <algorithm>
 #include <iostream>
+#include <sstream>
 #include <stdexcept>
 #include <utility>
 
+#include "orxctl/NegativeNumbers.h"
 #include "orxctl/Outcome.h"
 #include "orxctl/Requests.h"
 #include "orxctl/check/Check.h"
@@ -12,27 +14,11 @@
 namespace orx::orxctl {
 namespace {
 
-/// The parser takes what begins with "-" for an option. A negative number is hidden from it behind
-/// a byte that no command line holds.
-constexpr char hidden = '\x01';
-
-bool isNegativeNumber(const std::string& word) {
-    return word.size() > 1 && word[0] == '-' &&
-           word.find_first_of("0123456789.iInN", 1) == 1;  // -5, -.5, -inf, -nan
-}
-
-/// The words from the last one to the first, as the parser wants them.
-std::vector<std::string> hideNumbers(std::vector<std::string> words) {
-    for (auto& word : words)
-        if (isNegativeNumber(word)) word.insert(word.begin(), hidden);
-    std::ranges::reverse(words);
-    return words;
-}
 
 std::string joined(const std::vector<std::string>& words) {
     std::string text;
     for (const auto& word : words)
-        text.append(text.empty() ? "" : " ").append(word, word.starts_with(hidden) ? 1 : 0);
+        text.append(text.empty() ? "" : " ").append(word);
     return text;
 }
 
@@ -78,6 +64,7 @@ CommandLine::CommandLine() : app("Talks to the daemons that drive projectors", "
     addPing();
     addCheck();
     addCompletion();
+    letBeAsWritten(app);
     app.require_subcommand(0, 1);
     app.footer(
         "orxctl ZOOM 32768 sends a command; \"orxctl commands\" lists them all.\n"
@@ -202,7 +189,10 @@ int CommandLine::run(int argc, const char* const* argv) {
         std::cerr << app.help();
         return asNumber(ExitStatus::usage);
     } catch (const CLI::ParseError& error) {
-        return app.exit(error) == 0 ? 0 : asNumber(ExitStatus::usage);
+        std::ostringstream text;
+        const bool isDone = app.exit(error, std::cout, text) == 0;
+        std::cerr << asWritten(text.str());
+        return isDone ? 0 : asNumber(ExitStatus::usage);
     } catch (const std::invalid_argument& mistake) {
         std::cerr << "orxctl: " << mistake.what() << '\n';
         return asNumber(ExitStatus::usage);
