@@ -55,6 +55,14 @@ std::vector<std::string> optionList(const std::vector<OptionWords>& options) {
     return names;
 }
 
+std::vector<std::string> optionsWithValue(const std::vector<OptionWords>& options) {
+    std::vector<std::string> names;
+    for (const auto& option : options)
+        if (option.value != ValueKind::none)
+            names.insert(names.end(), option.names.begin(), option.names.end());
+    return names;
+}
+
 std::string shellList() {
     return joined({completionShells.begin(), completionShells.end()}, " ");
 }
@@ -101,14 +109,7 @@ _orxctl() {
         if [ -n "$skip" ]; then skip=; continue; fi
         case $word in
             )"
-           <<
-        [&] {
-            std::vector<std::string> names;
-            for (const auto& option : words.options)
-                if (option.value != ValueKind::none)
-                    names.insert(names.end(), option.names.begin(), option.names.end());
-            return joined(names, "|");
-        }() << R"() skip=yes ;;
+           << joined(optionsWithValue(words.options), "|") << R"() skip=yes ;;
             -*) ;;
             *) first=$word; break ;;
         esac
@@ -209,6 +210,32 @@ if [ "$funcstack[1]" = _orxctl ]; then _orxctl "$@"; else compdef _orxctl orxctl
 
 // ---- fish
 
+/// A function that tells whether the word to be completed is the first that is neither an option
+/// nor the value of one. What fish brings along takes such a value for a subcommand.
+std::string fishFirst(const CommandLineWords& words) {
+    std::ostringstream script;
+    script << R"(function __orxctl_is_first
+    set -l skip
+    for word in (commandline -opc)[2..-1]
+        if set -q skip[1]
+            set skip
+            continue
+        end
+        switch $word
+            case )"
+           << joined(optionsWithValue(words.options), " ") << R"(
+                set skip yes
+            case '-*'
+            case '*'
+                return 1
+        end
+    end
+    return 0
+end
+)";
+    return script.str();
+}
+
 /// One "complete" line, shown where `condition` holds.
 std::string fishLine(const std::string& condition, const std::string& rest) {
     return "complete -c orxctl -n " + inQuotes(condition) + " " + rest + "\n";
@@ -227,7 +254,7 @@ std::string fishOption(const std::string& condition, const OptionWords& option) 
 std::string fishErrand(const ErrandWords& errand) {
     const auto within = "__fish_seen_subcommand_from " + errand.name;
     auto script =
-        fishLine("__fish_use_subcommand", "-a " + errand.name + " -d " + inQuotes(errand.text));
+        fishLine("__orxctl_is_first", "-a " + errand.name + " -d " + inQuotes(errand.text));
     for (const auto& option : errand.options)
         script += fishOption(within, option);
     if (errand.argument == ValueKind::file) script += fishLine(within, "-F");
@@ -240,11 +267,12 @@ std::string fishScript(const CommandLineWords& words) {
     std::string script =
         "# Completion of orxctl for fish: put it as orxctl.fish into a folder of "
         "$fish_complete_path, or source it.\n"
-        "complete -c orxctl -f\n";
+        "complete -c orxctl -f\n" +
+        fishFirst(words);
     for (const auto& errand : words.errands)
         script += fishErrand(errand);
     for (const auto& command : commandTexts)
-        script += fishLine("__fish_use_subcommand",
+        script += fishLine("__orxctl_is_first",
                            "-a " + inQuotes(command.keyword) + " -d " + inQuotes(command.text));
     const auto elsewhere = "not __fish_seen_subcommand_from " + joined(errandList(words), " ");
     for (const auto& option : words.options)
