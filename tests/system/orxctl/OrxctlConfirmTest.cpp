@@ -13,7 +13,7 @@ class OrxctlConfirm : public OrxctlStory {
   protected:
     void SetUp() override {
         startLens(motorModel());
-        send("OVERRIDEZOPOS 10");
+        send("OVERRIDEZOPOS 9\nAZ+");
         waitForPositions("10/2000", "undefined");
     }
 };

@@ -55,7 +55,8 @@ TEST_F(OrxctlLoss, IsMadeGoodWhereverItStrikes) {
 TEST_F(OrxctlLoss, NeverSendsACommandTwice) {
     startLens(motorModel());
     proxy.setRule(Proxy::dropHalf(7));
-    EXPECT_EQ(call("ZOOMX 3 --wait --confirm --timeout 60").ending, "exit status 0");
+    EXPECT_EQ(call("ZOOMX 3 --confirm --timeout 60").ending, "exit status 0");
+    EXPECT_EQ(call("wait --timeout 60").ending, "exit status 0");
     EXPECT_EQ(proxy.count("ZOOMX 3"), 1U);
     proxy.setRule(Proxy::dropReplies);
     EXPECT_EQ(call("AZ+ --force --timeout 1").ending, "exit status 0");
@@ -99,8 +100,10 @@ TEST_F(OrxctlLoss, IsNoneWhereTheDaemonAnswersLate) {
     auto model = stepperModel();
     model.line.timeout = waitsForAnswer;
     startLens(model, "abszoom.resetsteps = 4\n");
-    send("ZOOMRESET\nON");
+    send("ZOOMRESET");
     line.waitFor("Z<");
+    send("ON");
+    daemon->waitForText("cmd=ON");
     Orxctl status(toDaemon("status --timeout 60"));
     Orxctl move(toDaemon("ZOOMX 1 --wait --timeout 60"));
     proxy.waitForMore("STATUS", 6);

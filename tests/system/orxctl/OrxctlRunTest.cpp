@@ -112,7 +112,7 @@ TEST_F(OrxctlRun, EndsForADaemonThatRefusesALine) {
 
 TEST_F(OrxctlRun, GoesOnForTheOtherDaemons) {
     startLens(motorModel());
-    Proxy silence;
+    Proxy silence{nobodysPort};
     const auto result = resultOf("run " + write("ON\nOFF\n") + " --timeout 0.5 -H " +
                                  silence.address() + "," + proxy.address());
     EXPECT_EQ(result.ending, "exit status 2");

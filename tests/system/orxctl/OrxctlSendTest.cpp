@@ -50,7 +50,7 @@ struct Mistake {
 };
 
 TEST(OrxctlMistakes, AreToldAndNothingIsSent) {
-    Proxy silence;
+    Proxy silence{nobodysPort};
     for (const auto& [line, told] :
          std::vector<Mistake>{{"ZOM 5", {"unknown command", "did you mean", "\"ZOOM\""}},
                               {"zoom 5", {"unknown command", "\"ZOOM\""}},
@@ -91,7 +91,7 @@ TEST(OrxctlMistakes, ShowNegativeNumbersAsTheyWereGiven) {
 const std::string briefly = " --timeout 0.1";
 
 TEST(OrxctlSilence, IsToldAndNothingIsSent) {
-    Proxy silence;
+    Proxy silence{nobodysPort};
     const auto result = resultOf("ZOOMX 5" + briefly + " -H " + silence.address());
     EXPECT_EQ(result, (CallResult{"exit status 2", "",
                                   "orxctl: " + silence.address() +
@@ -108,7 +108,7 @@ TEST(OrxctlSilence, IsToldOfAPortWhereNobodyListens) {
 }
 
 TEST(OrxctlSilence, DoesNotKeepAForcedCommandBack) {
-    Proxy silence;
+    Proxy silence{nobodysPort};
     EXPECT_EQ(resultOf("ZOOMX 5 --force -H " + silence.address()), done());
     EXPECT_THAT(silence.requests(), ElementsAre("ZOOMX 5"));
 }

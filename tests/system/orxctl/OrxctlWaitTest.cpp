@@ -86,12 +86,13 @@ TEST_F(OrxctlWait, EndsThoughAnAxisIsOnItsWayForEver) {
 
 TEST_F(OrxctlWait, EndsWhereTheDaemonDies) {
     startAtZero();
-    Orxctl orxctl(toDaemon("ZOOMX 2 --wait"));
+    Orxctl orxctl("ZOOMX 2 --wait -H " + controlAddress());
     line.waitFor("z+");
-    proxy.waitForMore("STATUS", 3);
     daemon->signal(SIGKILL);
     EXPECT_EQ(daemon->waitForEnd(), "signal 9");
-    EXPECT_EQ(orxctl.waitForEnd(), failure(2, "no answer"));
+    const auto result = orxctl.waitForEnd();
+    EXPECT_EQ(result.ending, "exit status 2");
+    EXPECT_EQ(result.errors, "orxctl: " + controlAddress() + ": no answer\n");
 }
 
 class OrxctlTerminal : public OrxctlWait {

@@ -16,6 +16,9 @@
 
 namespace orx::test {
 
+/// The port of this test process where no daemon ever is.
+inline constexpr int nobodysPort = controlPort + 99;
+
 class Proxy {
   public:
     enum class Fate : std::uint8_t { pass, drop, twice, hold };
