@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <fstream>
 #include <iostream>
+#include <sstream>
 #include <stdexcept>
 #include <sys/ioctl.h>
 #include <thread>
@@ -33,6 +34,16 @@ std::size_t terminalWidth() {
     winsize size{};
     const bool isKnown = ::ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col > 1;
     return isKnown ? size.ws_col : usual;
+}
+
+/// `text` with no line longer than `width`. One that went on in the next would be a line more to go
+/// up than there are.
+std::string cutLines(const std::string& text, std::size_t width) {
+    std::istringstream lines(text);
+    std::string result;
+    for (std::string line; std::getline(lines, line);)
+        result.append(line, 0, width).append("\n");
+    return result;
 }
 
 /// Shows the moves of a fleet on a terminal, and nothing anywhere else.
@@ -119,9 +130,10 @@ int Call::watchStatus() const {
         const auto text = asJson ? statusJson(daemons, outcomes, JsonForm::oneLine)
                                  : statusTable(daemons, outcomes);
         if (text != shown) {
-            if (isTerminal() && !asJson && !shown.empty())
+            const bool draws = isTerminal() && !asJson;
+            if (draws && !shown.empty())
                 std::cout << "\033[" << std::ranges::count(shown, '\n') << "A\033[J";
-            std::cout << text << std::flush;
+            std::cout << (draws ? cutLines(text, terminalWidth() - 1) : text) << std::flush;
             shown = text;
         }
         std::this_thread::sleep_for(interval);

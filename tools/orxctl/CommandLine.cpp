@@ -14,7 +14,6 @@
 namespace orx::orxctl {
 namespace {
 
-
 std::string joined(const std::vector<std::string>& words) {
     std::string text;
     for (const auto& word : words)

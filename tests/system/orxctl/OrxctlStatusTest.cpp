@@ -133,6 +133,15 @@ TEST_F(OrxctlStatus, IsDrawnOverTheOneBeforeOnATerminal) {
     orxctl.waitForOutput("7/2000", above);
 }
 
+/// A line that went on in the next one would be one more to go up than there are.
+TEST_F(OrxctlStatus, IsCutToTheWidthOfTheTerminalThatItIsDrawnOn) {
+    startLens(motorModel());
+    const std::string name(70, 'x');
+    const auto hosts = installation.write("hosts", name + " = " + proxy.address() + "\n");
+    Orxctl orxctl("status --watch -H " + name + " --hosts " + hosts, {.onTerminal = true});
+    orxctl.waitForOutput(name + "  IDLE   \r\n");
+}
+
 TEST_F(OrxctlStatus, IsTimedByPing) {
     startWith(motorModel());
     const auto result = call("ping");
