@@ -94,6 +94,10 @@ TEST_F(OrxctlCompletion, IsGoodZsh) {
     if (find("zsh").empty()) GTEST_SKIP() << "there is no zsh";
     writeScript("zsh");
     EXPECT_THAT(linesOf({find("zsh"), "-f", "-n", script}), testing::IsEmpty());
+    EXPECT_THAT(linesOf({find("zsh"), "-f", "-c",
+                         "autoload -U compinit && compinit -D && source " + script +
+                             " && print $_comps[orxctl]"}),
+                ElementsAre("_orxctl"));
 }
 
 }  // namespace

@@ -1,8 +1,6 @@
 // Several daemons at once.
-#include <regex>
 #include <sstream>
 
-#include "system/harness/Waiting.h"
 #include "system/orxctl/Crowd.h"
 #include "system/orxctl/OrxctlStory.h"
 

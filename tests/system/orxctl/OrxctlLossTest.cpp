@@ -1,5 +1,4 @@
 // A network that loses, delays and doubles datagrams.
-#include "system/harness/Waiting.h"
 #include "system/orxctl/OrxctlStory.h"
 
 namespace orx::test {

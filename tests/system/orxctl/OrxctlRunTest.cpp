@@ -1,5 +1,4 @@
 // Show files: what several commands make together.
-#include "system/harness/Waiting.h"
 #include "system/orxctl/OrxctlStory.h"
 
 namespace orx::test {

@@ -6,6 +6,7 @@
 namespace orx::test {
 namespace {
 
+using testing::Contains;
 using testing::HasSubstr;
 
 class OrxctlWait : public OrxctlStory {
@@ -52,6 +53,13 @@ TEST_F(OrxctlWait, IsOverAtOnceWhereNothingMoves) {
     startWith(motorModel());
     EXPECT_EQ(call("wait"), done());
     EXPECT_EQ(call("ON --wait"), done());
+}
+
+TEST_F(OrxctlWait, LastsUntilTheDaemonIsBackFromARestart) {
+    startWith(motorModel());
+    const auto place = daemon->place();
+    EXPECT_EQ(call("RESTART --wait"), done());
+    EXPECT_THAT(daemon->lines(place), Contains(HasSubstr("start, waiting for commands")));
 }
 
 TEST_F(OrxctlWait, CanBeCalledForByItself) {
@@ -117,6 +125,25 @@ TEST_F(OrxctlTerminal, ShowsABarThatIsGoneInTheEnd) {
     EXPECT_EQ(result.ending, "exit status 0");
     EXPECT_EQ(result.output.find('\n'), std::string::npos);
     EXPECT_TRUE(result.output.ends_with(cleared)) << result.output;
+}
+
+TEST_F(OrxctlTerminal, ShowsOfSeveralDaemonsHowManyAreAtRest) {
+    startAtZero();
+    Proxy idle{controlPort + 1};
+    Installation other;
+    other.writeDefinitions(define({motorModel()}));
+    other.writeConfiguration("controlchannel = " + controlAddress(1) + "\n");
+    const Daemon dumb(other.prefix());
+    dumb.waitForLine("[CMDQ] start");
+    send("ZOOMX 1");
+    line.waitFor("z+");
+    Orxctl orxctl(toDaemon("wait -H " + idle.address()), terminal());
+    const auto place = orxctl.waitForOutput("1 of 2 at rest");
+    line.answer(1);
+    orxctl.waitForOutput("2 of 2 at rest", place);
+    const auto result = orxctl.waitForEnd();
+    EXPECT_EQ(result.ending, "exit status 0");
+    EXPECT_NE(result.output.find(cleared + "DAEMON"), std::string::npos) << result.output;
 }
 
 TEST_F(OrxctlTerminal, IsLeftAloneWhereNothingIsWaitedFor) {

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <memory>
 #include <random>
+#include <stdexcept>
 #include <utility>
 
 #include "system/harness/Waiting.h"
@@ -38,14 +39,22 @@ std::vector<std::string> Proxy::requests() {
 }
 
 std::size_t Proxy::count(const std::string& text) {
-    const auto all = requests();
-    return static_cast<std::size_t>(std::ranges::count(all, text));
+    const std::lock_guard lock(mutex);
+    passOn();
+    return countOf(text);
+}
+
+/// With the mutex held.
+std::size_t Proxy::countOf(const std::string& text) const {
+    return static_cast<std::size_t>(std::ranges::count(received, text));
 }
 
 void Proxy::waitForMore(const std::string& text, std::size_t more) {
-    const auto enough = count(text) + more;
-    waitUntil([&] { return count(text) >= enough; },
-              [&] { return "request " + std::to_string(enough) + " of " + text; });
+    std::unique_lock lock(mutex);
+    const auto enough = countOf(text) + more;
+    if (heard.wait_for(lock, patience, [&] { return countOf(text) >= enough; })) return;
+    throw std::runtime_error("waited in vain for request " + std::to_string(enough) + " of " +
+                             text);
 }
 
 Proxy::Fate Proxy::dropReplies(const Datagram& datagram) {
@@ -95,7 +104,10 @@ const UdpSocket& Proxy::routeOf(const sockaddr_in& client) {
 }
 
 void Proxy::handle(const Letter& letter, bool isReply) {
-    if (!isReply) received.push_back(letter.text);
+    if (!isReply) {
+        received.push_back(letter.text);
+        heard.notify_all();
+    }
     const auto number = isReply ? ++replies : received.size();
     const auto fate = rule({isReply, letter.text, number});
     if (fate == Fate::hold) held.push_back(letter);

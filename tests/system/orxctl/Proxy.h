@@ -3,6 +3,7 @@
 // silent.
 #pragma once
 
+#include <condition_variable>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -50,7 +51,8 @@ class Proxy {
     /// How many requests with that text there were up to now.
     [[nodiscard]] std::size_t count(const std::string& text);
 
-    /// Waits until there have been so many more of them than at this moment.
+    /// Waits until there have been so many more of them than at this moment. Throws where they do
+    /// not come.
     void waitForMore(const std::string& text, std::size_t more);
 
     // Rules.
@@ -79,12 +81,14 @@ class Proxy {
 
     [[nodiscard]] std::vector<int> descriptors() const;
     void passOn();
+    [[nodiscard]] std::size_t countOf(const std::string& text) const;
     [[nodiscard]] const UdpSocket& routeOf(const sockaddr_in& client);
     void handle(const Letter& letter, bool isReply);
 
     const sockaddr_in daemon;
     UdpSocket clientSide;
     mutable std::mutex mutex;  ///< guards all below
+    std::condition_variable heard;
     Rule rule;
     std::vector<std::unique_ptr<Route>> routes;
     std::vector<Letter> held;
