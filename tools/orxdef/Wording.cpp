@@ -71,8 +71,10 @@ std::vector<std::string_view> nearest(std::string_view name,
         if (distance >= tooFar) continue;
         found.emplace(distance, candidate);
         if (found.size() > most) found.erase(std::prev(found.end()));
-        if (found.size() == most) tooFar = std::prev(found.end())->first;
+        tooFar = std::min(tooFar, found.size() == most ? std::prev(found.end())->first
+                                                       : found.begin()->first + 2);
     }
+    if (!found.empty()) found.erase(found.upper_bound(found.begin()->first + 1), found.end());
     std::vector<std::string_view> names;
     names.reserve(found.size());
     for (const auto& [distance, candidate] : found)

@@ -23,7 +23,8 @@ namespace orx::orxdef {
 [[nodiscard]] std::string counted(std::size_t count, std::string_view what);
 
 /// The candidates that were probably meant by `name`, the nearest first, three at most: those that
-/// differ in letter case and at most every third character. Equally near ones keep their order.
+/// differ in letter case and at most every third character, and hardly more than the nearest one.
+/// Equally near ones keep their order.
 [[nodiscard]] std::vector<std::string_view> nearest(std::string_view name,
                                                     std::span<const std::string_view> candidates);
 

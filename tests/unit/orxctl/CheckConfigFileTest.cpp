@@ -43,7 +43,7 @@ INSTANTIATE_TEST_SUITE_P(
         Case{"mistypedKey",
              "serial.bautrate = 9600",
              {R"(orx.cfg:1: warning: the daemon has no key "serial.bautrate" and passes it over; )"
-              R"(is it "serial.baudrate" or "serial.parity"?)"}},
+              R"(is it "serial.baudrate"?)"}},
         Case{"cutKey",
              "serial.baud = 9600",
              {R"(orx.cfg:1: warning: the daemon has no key "serial.baud" and passes it over; )"
@@ -78,6 +78,11 @@ INSTANTIATE_TEST_SUITE_P(
               R"(counts; remove one of them)",
               R"(orx.cfg:3: warning: "serial.delay" stands again on line 4, and the later one )"
               R"(counts; remove one of them)"}},
+        Case{"laterValue",
+             "serial.delay = x\nserial.delay = -1",
+             {R"(orx.cfg:1: warning: "serial.delay" stands again on line 2, and the later one )"
+              R"(counts; remove one of them)",
+              R"(orx.cfg:2: warning: -1 is passed over, "M" keeps its 0; give 0 to 10000)"}},
         Case{"commentBehindAText",
              "serial.parity = odd ; as the manual says",
              {R"(orx.cfg:1: warning: the value is all of "odd ; as the manual says", with )"

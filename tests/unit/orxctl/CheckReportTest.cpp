@@ -4,6 +4,7 @@
 #include "CheckBench.h"
 #include "orxctl/check/Report.h"
 #include "orxctl/check/ReportWriter.h"
+#include "orxctl/check/ShellWord.h"
 #include "support/CapturedOutput.h"
 
 namespace orx::orxctl {
@@ -28,9 +29,16 @@ TEST(CheckReport, namesThePlaceByTheFileOrElseByTheSubject) {
 
 TEST(CheckReport, keepsEveryFindingOnOneLine) {
     Report report;
-    report.ends({.subject = "key", .file = "a\nb\xc3\xa4"}, "odd\r\xc3\xa4", "reason");
+    report.ends({.subject = "key", .file = "a\nb\xc3\xa4"}, "odd\r\xc3\xa4", "rea\tson");
     EXPECT_THAT(textOf(report), testing::StartsWith("a\\x0ab\xc3\xa4: error: the daemon ends with "
-                                                    "\"ERROR: odd\\x0d\xc3\xa4\": reason\n"));
+                                                    "\"ERROR: odd\\x0d\xc3\xa4\": rea\\x09son\n"));
+}
+
+TEST(CheckReport, givesPathsToAShellAsOneWord) {
+    EXPECT_EQ(shellWord("/dev/ttyUSB0"), "/dev/ttyUSB0");
+    EXPECT_EQ(shellWord("/a b"), "'/a b'");
+    EXPECT_EQ(shellWord("it's"), R"('it'\''s')");
+    EXPECT_EQ(shellWord(""), "''");
 }
 
 TEST(CheckReport, hasAVerdictForEveryEnd) {

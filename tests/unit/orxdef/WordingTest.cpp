@@ -33,8 +33,11 @@ TEST(Wording, theNearestNamesComeFirstAndThreeAtMost) {
     constexpr std::array<std::string_view, 6> names{"serial.stops",    "serial.topbits",
                                                     "serial.stopbits", "sirial.stobits",
                                                     "serial.stobit",   "projector"};
+    EXPECT_THAT(nearest("SERIAL.STOPBIT", names),
+                testing::ElementsAre("serial.stopbits", "serial.stobit", "serial.topbits"));
     EXPECT_THAT(nearest("SERIAL.STOPBITS", names),
-                testing::ElementsAre("serial.stopbits", "serial.topbits", "sirial.stobits"));
+                testing::ElementsAre("serial.stopbits", "serial.topbits"))
+        << "the others are farther away";
     EXPECT_THAT(nearest("projektor", names), testing::ElementsAre("projector"));
     EXPECT_THAT(nearest("logfile", names), testing::IsEmpty());
 }

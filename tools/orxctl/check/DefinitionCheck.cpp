@@ -9,6 +9,7 @@
 #include <utility>
 #include <vector>
 
+#include "orxctl/check/ShellWord.h"
 #include "orxdef/BinaryReader.h"
 #include "orxdef/CommandTable.h"
 #include "orxdef/Surprises.h"
@@ -80,7 +81,7 @@ class DefinitionCheck {
         }
         if (mistakes.size() > shown)
             report.warn({.subject = "definitionfile", .file = path},
-                        "\"orxdef check " + path + "\" shows " +
+                        "\"orxdef check " + shellWord(path) + "\" shows " +
                             std::to_string(mistakes.size() - shown) + " more damaged places");
     }
 
@@ -118,7 +119,7 @@ class DefinitionCheck {
         findLensSurprises(*model, commands, surprises);
         if (surprises.empty()) return;
         report.note({.subject = "definitionfile", .file = path},
-                    "\"orxdef check " + path + "\" shows " +
+                    "\"orxdef check " + shellWord(path) + "\" shows " +
                         orxdef::counted(surprises.count(), "more point") + " about " +
                         orxdef::quoted(name));
     }

@@ -12,6 +12,7 @@
 
 #include "orxctl/check/Holders.h"
 #include "orxctl/check/Person.h"
+#include "orxctl/check/ShellWord.h"
 #include "orxctl/check/TerminalDrivers.h"
 #include "orxdef/Wording.h"
 #include "serial/SerialConnector.h"
@@ -52,7 +53,7 @@ std::string accessAdvice(const std::string& path, const struct stat& status) {
     if ((status.st_mode & groupMayUse) == groupMayUse && status.st_gid != administrators &&
         !hasRightsOf(status.st_gid))
         return memberAdvice(status.st_gid);
-    return "its permissions shut the user out: sudo chmod a+rw " + path;
+    return "its permissions shut the user out: sudo chmod a+rw " + shellWord(path);
 }
 
 class DeviceCheck {

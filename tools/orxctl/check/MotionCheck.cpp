@@ -61,8 +61,8 @@ class MotionCheck {
         return config.text.placeOf(axisKey(axisName, key));
     }
 
-    void warn(std::string_view key, std::string message) const {
-        report.warn(place(key), std::move(message));
+    void warn(std::string_view key, const std::string& message) const {
+        report.warn(place(key), message);
     }
 
     const CheckedConfig& config;

@@ -1,14 +1,14 @@
 #include "orxctl/check/Report.h"
 
 #include <algorithm>
-#include <utility>
 
 #include "core/Text.h"
 
 namespace orx::orxctl {
 namespace {
 
-/// Only what would break the line is escaped: the text is to be found again on the console.
+/// Only what would break the line, or a terminal, is escaped: the text of the daemon is to be found
+/// again on its console.
 std::string onOneLine(std::string_view text) {
     std::string line;
     for (const char letter : text) {
@@ -30,16 +30,16 @@ std::string describe(const Place& place) {
     return place.line ? file + ":" + std::to_string(*place.line) : file;
 }
 
-void Report::error(const Place& place, std::string message) {
-    add(Severity::error, place, std::move(message));
+void Report::error(const Place& place, const std::string& message) {
+    add(Severity::error, place, message);
 }
 
-void Report::warn(const Place& place, std::string message) {
-    add(Severity::warning, place, std::move(message));
+void Report::warn(const Place& place, const std::string& message) {
+    add(Severity::warning, place, message);
 }
 
-void Report::note(const Place& place, std::string message) {
-    add(Severity::note, place, std::move(message));
+void Report::note(const Place& place, const std::string& message) {
+    add(Severity::note, place, message);
 }
 
 void Report::ends(const Place& place, std::string_view daemonText, const std::string& reason,
@@ -48,7 +48,7 @@ void Report::ends(const Place& place, std::string_view daemonText, const std::st
     isEnded = isEnded || isMet;
     std::string message(isMet ? "the daemon ends with \"ERROR: "
                               : "as soon as it has a projector, the daemon ends with \"ERROR: ");
-    error(place, message.append(onOneLine(daemonText)).append("\": ").append(reason));
+    error(place, message.append(daemonText).append("\": ").append(reason));
 }
 
 std::size_t Report::count(Severity severity) const noexcept {
@@ -59,8 +59,8 @@ std::optional<std::string> Report::projector() const {
     return wouldStart() ? modelName : std::nullopt;
 }
 
-void Report::add(Severity severity, const Place& place, std::string message) {
-    all.push_back({severity, place, std::move(message)});
+void Report::add(Severity severity, const Place& place, const std::string& message) {
+    all.push_back({severity, place, onOneLine(message)});
 }
 
 }  // namespace orx::orxctl

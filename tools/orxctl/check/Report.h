@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "orxdef/Mistakes.h"
@@ -39,9 +40,9 @@ enum class Stage : std::uint8_t {
 
 class Report {
   public:
-    void error(const Place& place, std::string message);
-    void warn(const Place& place, std::string message);
-    void note(const Place& place, std::string message);
+    void error(const Place& place, const std::string& message);
+    void warn(const Place& place, const std::string& message);
+    void note(const Place& place, const std::string& message);
 
     /// An error that ends the daemon with that text behind "ERROR: "; `reason` says what is wrong
     /// and what cures it. Call it for `Stage::withProjector` after `foundModel`.
@@ -62,7 +63,7 @@ class Report {
     [[nodiscard]] bool hasModel() const noexcept { return modelName.has_value(); }
 
   private:
-    void add(Severity severity, const Place& place, std::string message);
+    void add(Severity severity, const Place& place, const std::string& message);
 
     std::vector<Finding> all;
     std::optional<std::string> modelName;

@@ -7,15 +7,16 @@
 #include <unistd.h>
 
 #include "orxctl/check/Person.h"
+#include "orxctl/check/ShellWord.h"
 #include "orxdef/Wording.h"
 
 namespace orx::orxctl {
 namespace {
 
 Obstacle refused(int errorNumber, const std::string& what, const std::string& path) {
-    return {what + ": " + std::strerror(errorNumber), errorNumber == EACCES
-                                                          ? "sudo chown " + userName() + " " + path
-                                                          : "name another file, or mend the disk"};
+    return {what + ": " + std::strerror(errorNumber),
+            errorNumber == EACCES ? "sudo chown " + userName() + " " + shellWord(path)
+                                  : "name another file, or mend the disk"};
 }
 
 std::optional<Obstacle> obstacleToMaking(const std::string& path) {
@@ -25,7 +26,7 @@ std::optional<Obstacle> obstacleToMaking(const std::string& path) {
     if (::stat(folder.c_str(), &status) != 0) {
         if (errno == ENOENT)
             return Obstacle{"there is no folder " + orxdef::quoted(folder),
-                            "sudo install -d -o " + userName() + " " + folder};
+                            "sudo install -d -o " + userName() + " " + shellWord(folder)};
         return refused(errno, "the folder " + orxdef::quoted(folder) + " cannot be reached",
                        folder);
     }
