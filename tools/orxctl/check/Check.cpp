@@ -1,13 +1,13 @@
 #include "orxctl/check/Check.h"
 
-#include <filesystem>
-#include <system_error>
+#include <exception>
 
 #include "lens/LensConfig.h"
 #include "orxctl/check/AliasCheck.h"
 #include "orxctl/check/ChannelCheck.h"
 #include "orxctl/check/CheckedConfig.h"
 #include "orxctl/check/DefinitionCheck.h"
+#include "orxctl/check/Files.h"
 #include "orxctl/check/KeyCheck.h"
 #include "orxctl/check/LensCheck.h"
 #include "orxctl/check/Report.h"
@@ -18,16 +18,6 @@
 
 namespace orx::orxctl {
 namespace {
-
-bool isFolder(const std::string& path) {
-    std::error_code error;
-    return std::filesystem::is_directory(path, error);
-}
-
-bool exists(const std::string& path) {
-    std::error_code error;
-    return std::filesystem::exists(path, error) || error;
-}
 
 /// A given file must be there. False where there is nothing to judge.
 bool checkGivenFile(const std::string& path, Report& report) {

@@ -2,13 +2,10 @@
 
 #include <algorithm>
 #include <exception>
-#include <filesystem>
-#include <fstream>
-#include <sstream>
-#include <system_error>
 #include <utility>
 #include <vector>
 
+#include "orxctl/check/Files.h"
 #include "orxctl/check/ShellWord.h"
 #include "orxdef/BinaryReader.h"
 #include "orxdef/CommandTable.h"
@@ -19,13 +16,7 @@
 namespace orx::orxctl {
 namespace {
 
-std::string contentOf(const std::string& path) {
-    std::ostringstream content;
-    content << std::ifstream(path, std::ios::binary).rdbuf();
-    return content.str();
-}
-
-/// "; it has DEMO-1 and DEMO-2", or those of many that were probably meant by `name`.
+/// "; the definition file has DEMO-1, DEMO-2", or those models that were probably meant by `name`.
 std::string namesAdvice(const orxdef::DefinitionSet& definitions, std::string_view name) {
     constexpr std::size_t few = 8;
     std::vector<std::string_view> names;
@@ -62,8 +53,7 @@ class DefinitionCheck {
 
   private:
     [[nodiscard]] std::string explanation() const {
-        std::error_code error;
-        if (std::filesystem::exists(path, error) && !ConfigFile::isReadable(path))
+        if (exists(path) && !ConfigFile::isReadable(path))
             return "the file is there, but cannot be read; let the user of the daemon read it";
         if (!ConfigFile::isReadable(path))
             return R"(set definitionfile to a file that exists; "orxdef compile" makes one)";

@@ -3,15 +3,14 @@
 #include <algorithm>
 #include <charconv>
 #include <filesystem>
-#include <fstream>
 #include <optional>
-#include <sstream>
 #include <string_view>
 #include <system_error>
 #include <unistd.h>
 #include <utility>
 
 #include "core/Text.h"
+#include "orxctl/check/Files.h"
 
 namespace orx::orxctl {
 namespace {
@@ -24,12 +23,6 @@ std::optional<pid_t> processId(const std::string& name) {
     const auto result = std::from_chars(name.data(), end, id);
     if (result.ec != std::errc() || result.ptr != end) return std::nullopt;
     return id;
-}
-
-std::string contentOf(const fs::path& path) {
-    std::ostringstream content;
-    content << std::ifstream(path, std::ios::binary).rdbuf();
-    return content.str();
 }
 
 Process describe(pid_t id, const fs::path& folder) {

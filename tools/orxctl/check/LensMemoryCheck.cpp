@@ -1,15 +1,12 @@
 #include <exception>
-#include <fcntl.h>
-#include <filesystem>
-#include <optional>
 #include <set>
 #include <string>
-#include <unistd.h>
 
 #include "config/ConfigFile.h"
 #include "lens/AxisCommands.h"
 #include "lens/LensConfig.h"
 #include "lens/LensControl.h"
+#include "orxctl/check/Files.h"
 #include "orxctl/check/LensCheck.h"
 #include "orxctl/check/NumberCheck.h"
 #include "orxctl/check/Writability.h"
@@ -17,16 +14,6 @@
 
 namespace orx::orxctl {
 namespace {
-
-bool exists(const std::string& path) {
-    std::error_code error;
-    return std::filesystem::exists(path, error);
-}
-
-bool isReadableFile(const std::string& path) {
-    std::error_code error;
-    return ConfigFile::isReadable(path) && !std::filesystem::is_directory(path, error);
-}
 
 /// As the daemon writes it, less the comma behind it.
 std::string textOf(const MemorySlot& slot) {
@@ -94,7 +81,8 @@ class LensMemoryCheck {
 
 void checkLensMemory(const ConfigText& memory, Report& report) {
     const auto place = memory.whole("lens memory");
-    if (exists(memory.path()) && !isReadableFile(memory.path()))
+    if (exists(memory.path()) &&
+        (isFolder(memory.path()) || !ConfigFile::isReadable(memory.path())))
         report.warn(place,
                     "the file cannot be read, so the lens has neither ranges nor slots; let the "
                     "user of the daemon read it");
