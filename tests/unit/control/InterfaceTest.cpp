@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "control/Interface.h"
-#include "unit/control/UdpPeer.h"
+#include "support/UdpPeer.h"
 
 namespace orx::test {
 namespace {
