@@ -39,7 +39,7 @@ OptionWords wordsOf(const CLI::Option& option) {
 }
 
 ValueKind kindOf(const CLI::Option& argument) {
-    const auto name = argument.get_single_name();
+    const auto& name = argument.get_single_name();
     if (name == "FILE" || name == "CONFIG") return ValueKind::file;
     return name == "SHELL" ? ValueKind::shell : ValueKind::text;
 }

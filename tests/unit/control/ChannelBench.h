@@ -15,8 +15,8 @@
 #include "control/Status.h"
 #include "support/CapturedOutput.h"
 #include "support/ProcessLog.h"
-#include "unit/commands/RecordingExecutor.h"
 #include "support/UdpPeer.h"
+#include "unit/commands/RecordingExecutor.h"
 
 namespace orx::test {
 

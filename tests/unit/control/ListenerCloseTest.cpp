@@ -12,8 +12,8 @@
 #include "control/Listener.h"
 #include "support/CapturedOutput.h"
 #include "support/ProcessCounts.h"
-#include "support/WaitUntil.h"
 #include "support/UdpPeer.h"
+#include "support/WaitUntil.h"
 
 namespace orx::test {
 namespace {

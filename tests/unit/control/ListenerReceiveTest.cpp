@@ -15,8 +15,8 @@
 #include "control/Listener.h"
 #include "support/CapturedOutput.h"
 #include "support/FakeTime.h"
-#include "support/WaitUntil.h"
 #include "support/UdpPeer.h"
+#include "support/WaitUntil.h"
 
 namespace orx::test {
 namespace {
