@@ -14,9 +14,7 @@ namespace orx::orxctl {
 namespace {
 
 orxdef::Row rowOf(const CommandText& text) {
-    std::string usage(text.keyword);
-    if (!text.argument.empty()) usage.append(" ").append(text.argument);
-    return {usage, std::string(argumentKindOf(text.keyword).value_or("none")),
+    return {std::string(text.keyword), std::string(argumentKindOf(text.keyword).value_or("-")),
             std::string(text.text)};
 }
 

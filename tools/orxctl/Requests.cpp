@@ -6,7 +6,6 @@
 #include <vector>
 
 #include "commands/Vocabulary.h"
-#include "orxctl/CommandTexts.h"
 #include "orxdef/DaemonCommands.h"
 #include "orxdef/Wording.h"
 
@@ -32,8 +31,9 @@ client::Request read(const std::string& text) {
     }
 }
 
+/// Without an argument the end of a calibration takes the steps that were counted.
 bool canDoWithout(std::string_view keyword) {
-    return textFor(keyword).argument.starts_with('[');
+    return keyword == CMD_ZOOM_CALIBRATION_END || keyword == CMD_FOCUS_CALIBRATION_END;
 }
 
 }  // namespace

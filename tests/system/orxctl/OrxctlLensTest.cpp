@@ -15,16 +15,9 @@ class OrxctlLens : public testing::Test {
   protected:
     void TearDown() override { EXPECT_EQ(bench.quit(), "exit status 0"); }
 
-    /// Where the motors stand after the last command of the line.
-    [[nodiscard]] Simulator::Axes motors() {
-        const auto events = bench.projector().takeEvents(place);
-        if (!events.empty()) last = events.back().axes;
-        return last;
-    }
-
     void expectMove(const std::string& command, int zoom, int focus) {
         EXPECT_EQ(resultOf(command + " --wait -H " + controlAddress()), done()) << command;
-        const auto axes = motors();
+        const auto axes = bench.waitUntilExecuted();
         EXPECT_EQ(axes.zoom.motor, zoom) << command;
         EXPECT_EQ(axes.focus.motor, focus) << command;
     }
@@ -34,8 +27,6 @@ class OrxctlLens : public testing::Test {
          .lineDelay = 5,
          .lensMemory = "zoommax = " + std::to_string(zoomTravel) +
                        "\nfocusmax = " + std::to_string(focusTravel) + "\nmem = 3:12;70,\n"}};
-    std::size_t place = 0;
-    Simulator::Axes last;
 };
 
 TEST_F(OrxctlLens, IsWhereACommandHasSentItOnceTheClientIsBack) {
