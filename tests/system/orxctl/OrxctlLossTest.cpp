@@ -79,6 +79,25 @@ TEST_F(OrxctlLoss, LeavesRepliesThatComeTwiceWithoutEffect) {
     EXPECT_EQ(executions("ZOOMX (2)"), 1U);
 }
 
+/// The command is under way for longer than the question behind it, whose answer is that the lens
+/// is at rest.
+TEST_F(OrxctlLoss, DoesNotLetOneAnswerEndTheWaitForACommandThatIsStillUnderWay) {
+    startAtZero();
+    proxy.setRule([answered = 0](const Proxy::Datagram& datagram) mutable {
+        if (datagram.text == "ZOOMX 2") return Proxy::Fate::hold;
+        return datagram.isReply || ++answered <= 2 ? Proxy::Fate::pass : Proxy::Fate::drop;
+    });
+    Orxctl orxctl(toDaemon("ZOOMX 2 --wait"));
+    proxy.waitForMore("STATUS", 3);
+    EXPECT_EQ(proxy.count("ZOOMX 2"), 1U);
+    proxy.release();
+    line.waitFor("z+");
+    proxy.setRule([](const Proxy::Datagram&) { return Proxy::Fate::pass; });
+    expectGoesOn(orxctl);
+    line.answer(2);
+    EXPECT_EQ(orxctl.waitForEnd(), done());
+}
+
 /// That the lens was at rest before the move is told late, and so often that it would be believed.
 TEST_F(OrxctlLoss, LetsNoLateReplyTellOfWhatWasBefore) {
     startAtZero();
