@@ -44,6 +44,17 @@ TEST_F(OrxctlSend, PassesWordsOnAsTheyAre) {
     }
 }
 
+TEST_F(OrxctlSend, TakesOptionsAheadOfTheWordsAndBetweenThem) {
+    startWith(motorModel());
+    const auto host = "-H " + proxy.address();
+    EXPECT_EQ(resultOf(host + " --timeout 60 ROTATION -1"), done());
+    EXPECT_EQ(resultOf("ROTATION " + host + " -2"), done());
+    EXPECT_EQ(resultOf("ROTATION -3 " + host + " --timeout 60"), done());
+    EXPECT_THAT(resultOf(host + " status").output, HasSubstr(proxy.address()));
+    EXPECT_THAT(proxy.requests(), ElementsAre("STATUS", "ROTATION -1", "STATUS", "ROTATION -2",
+                                              "STATUS", "ROTATION -3", "STATUS"));
+}
+
 struct Mistake {
     std::string line;
     std::vector<std::string> told;
