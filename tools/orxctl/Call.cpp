@@ -91,16 +91,15 @@ Fleet Call::fleet() const {
 
 SendOptions Call::options() const {
     auto chosen = policies;
+    chosen.answerTime = timeout.value_or(chosen.answerTime);
     chosen.waitTime = timeout.value_or(usualWaitTime);
-    if (timeout)
-        chosen.answerTime = policies.wait ? std::min(*timeout, chosen.answerTime) : *timeout;
     return chosen;
 }
 
 int Call::send() const {
     const auto request = parseRequest(command);
-    if (policies.wait && request.keyword() == CMD_QUIT)
-        throw std::invalid_argument("QUIT ends the daemon: there is nothing to wait for");
+    if (policies.wait && (request.keyword() == CMD_QUIT || request.keyword() == CMD_STATUS))
+        throw std::invalid_argument(request.keyword() + " moves nothing that could be waited for");
     if (request.keyword() == CMD_STATUS) return showStatus();
     auto daemons = fleet();
     std::vector<Outcome> outcomes;

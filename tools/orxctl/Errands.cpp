@@ -29,7 +29,7 @@ Outcome cannotTell(const Request& request) {
 
 /// QUIT has been carried out when there is no answer any more.
 Outcome confirmEnd(const Client& daemon, milliseconds limit) {
-    constexpr milliseconds longEnough{500};  // four questions, none of them answered
+    constexpr milliseconds longEnough{1000};  // five questions, none of them answered
     for (const auto end = Clock::now() + limit; Clock::now() < end;) {
         if (!daemon.status(longEnough)) return {ExitStatus::done, "confirmed"};
         std::this_thread::sleep_for(betweenQuestions);

@@ -34,6 +34,8 @@ std::vector<Target> HostsFile::targets(const std::vector<std::string>& words) co
 void HostsFile::add(const std::string& word, std::vector<std::string>& way,
                     std::vector<Target>& found) const {
     const auto listed = getList(word);
+    if (word.empty() && !way.empty())
+        throw std::invalid_argument("the hosts file has a comma too many at \"" + way.back() + '"');
     if (listed.empty()) {
         // A name for one daemon is shown in its place; a group only gathers.
         const bool hasName = !way.empty() && getList(way.back()).size() == 1;

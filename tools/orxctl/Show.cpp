@@ -7,6 +7,7 @@
 #include <thread>
 #include <utility>
 
+#include "commands/Keywords.h"
 #include "core/Text.h"
 #include "orxctl/Requests.h"
 
@@ -36,6 +37,8 @@ std::optional<Show::Action> Show::parseLine(std::string line) {
     std::string second;
     std::string third;
     words >> first >> second >> third;
+    if (first == CMD_STATUS)
+        throw std::invalid_argument("a show has no place for STATUS; \"wait\" waits for the lens");
     if (first != "sleep" && first != "wait") return parseRequest(line);
     if (!third.empty()) throw std::invalid_argument(first + " takes one time");
     if (first == "sleep") return Sleep{parseSeconds(second)};

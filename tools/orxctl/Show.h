@@ -1,7 +1,7 @@
 // A show file: what several commands and pauses make together.
 //
 //     # comment               from "#" to the end of the line
-//     ZOOM 32768              a command
+//     ZOOM 32768              a command, any but STATUS
 //     sleep 2.5               a pause, in seconds
 //     wait                    until the lens is at rest; "wait 60" for so many seconds at most
 //

@@ -55,9 +55,10 @@ TEST_F(Hosts, thatHaveNoNameAreAddresses) {
 }
 
 TEST_F(Hosts, areRefusedWhereAWordIsNoAddress) {
-    text += "wrong = 10.0.0.5:x\nempty =\n";
+    text += "wrong = 10.0.0.5:x\nempty =\ncomma = hall,\n";
     EXPECT_THROW(static_cast<void>(targets({"wrong"})), std::invalid_argument);
     EXPECT_THROW(static_cast<void>(targets({"empty"})), std::invalid_argument);
+    EXPECT_THROW(static_cast<void>(targets({"comma"})), std::invalid_argument);
 }
 
 TEST_F(Hosts, areRefusedWhereANameLeadsBackToItself) {
