@@ -99,7 +99,7 @@ SendOptions Call::options() const {
 int Call::send() const {
     const auto request = parseRequest(command);
     if (policies.wait && (request.keyword() == CMD_QUIT || request.keyword() == CMD_STATUS))
-        throw std::invalid_argument(request.keyword() + " moves nothing that could be waited for");
+        throw std::invalid_argument("there is nothing to wait for behind " + request.keyword());
     if (request.keyword() == CMD_STATUS) return showStatus();
     auto daemons = fleet();
     std::vector<Outcome> outcomes;
