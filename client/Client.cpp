@@ -96,18 +96,31 @@ void Client::send(const Request& request) const {
 }
 
 std::optional<DaemonStatus> Client::status(Milliseconds timeout) const {
+    bool refused = false;
+    return ask(timeout, refused);
+}
+
+Presence Client::presence(Milliseconds timeout) const {
+    bool refused = false;
+    if (ask(timeout, refused)) return Presence::answers;
+    return refused ? Presence::deserted : Presence::silent;
+}
+
+bool Client::hasSamePeer(const Client& other) const noexcept {
+    return peer.sin_addr.s_addr == other.peer.sin_addr.s_addr &&
+           peer.sin_port == other.peer.sin_port;
+}
+
+std::optional<DaemonStatus> Client::ask(Milliseconds timeout, bool& refused) const {
     constexpr Milliseconds firstPause{50};
     constexpr Milliseconds longestPause{1000};
     const auto socket = openSocket();
-    const auto begin = Clock::now();
-    auto end = begin + timeout;
+    const auto end = Clock::now() + timeout;
     auto pause = firstPause;
-    bool refused = false;
     do {
         sendOnce(socket, peer, "STATUS");
         auto answer = receiveUntil(socket, std::min(end, Clock::now() + pause), refused);
         if (answer) return answer;
-        if (refused) end = std::min(end, begin + answerTime);
         pause = std::min(2 * pause, longestPause);
     } while (Clock::now() < end);
     return std::nullopt;
@@ -119,8 +132,11 @@ Rest Client::waitUntilAtRest(Milliseconds timeout, const Observer& observer) con
     std::optional<Clock::time_point> lastAnswer;
     std::optional<Clock::time_point> atRestSince;
     for (auto asked = Clock::now(); asked < end; asked = Clock::now()) {
-        const auto answer = status(std::chrono::ceil<Milliseconds>(end - asked));
-        if (!answer) break;
+        bool refused = false;
+        const auto left = std::chrono::ceil<Milliseconds>(end - asked);
+        const auto answer = ask(std::min(left, answerTime), refused);
+        if (!answer && refused) return Rest::silent;
+        if (!answer) continue;
         lastAnswer = Clock::now();
         if (observer) observer(*answer);
         if (!answer->isAtRest())

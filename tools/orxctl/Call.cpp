@@ -1,11 +1,14 @@
 #include "orxctl/Call.h"
 
 #include <algorithm>
+#include <cerrno>
+#include <filesystem>
 #include <fstream>
 #include <iostream>
 #include <sstream>
 #include <stdexcept>
 #include <sys/ioctl.h>
+#include <system_error>
 #include <thread>
 #include <unistd.h>
 
@@ -61,9 +64,10 @@ class MaybeProgress {
     std::optional<Progress> progress;
 };
 
-/// Tells how the errands have ended; gives the exit status.
-int tell(const Fleet& daemons, const std::vector<Outcome>& outcomes) {
-    printOutcomes(daemons, outcomes, std::cout, std::cerr);
+/// Tells how the errands have ended, with `done` where there is nothing else to tell; gives the
+/// exit status.
+int tell(const Fleet& daemons, const std::vector<Outcome>& outcomes, std::string_view done) {
+    printOutcomes(daemons, outcomes, done, std::cout, std::cerr);
     return asNumber(worstOf(outcomes));
 }
 
@@ -74,17 +78,18 @@ std::vector<Outcome> statusOf(Fleet& daemons, milliseconds limit) {
 
 /// A show file, read and checked.
 Show readShow(const std::string& path) {
-    if (path == "-") return {std::cin, "input"};
+    if (path == "-") return {std::cin, "standard input"};
     std::ifstream file(path);
-    if (!file) throw std::invalid_argument("show file not found: " + path);
+    if (!file) throw std::invalid_argument(path + ": " + std::generic_category().message(errno));
     return {file, path};
 }
 
 }  // namespace
 
 Fleet Call::fleet() const {
-    if (!hostsFile.empty() && !ConfigFile::isReadable(hostsFile))
-        throw std::invalid_argument("hosts file not found: " + hostsFile);
+    if (!hostsFile.empty() &&
+        (!ConfigFile::isReadable(hostsFile) || std::filesystem::is_directory(hostsFile)))
+        throw std::invalid_argument("no hosts file, or none that can be read: " + hostsFile);
     const HostsFile names(hostsFile.empty() ? usualHostsFile() : hostsFile);
     return Fleet(names.targets(hosts.empty() ? usualTargets() : hosts));
 }
@@ -109,7 +114,7 @@ int Call::send() const {
             return orxctl::send(daemon, request, options(), progress.observer(number));
         });
     }
-    return tell(daemons, outcomes);
+    return tell(daemons, outcomes, policies.wait ? "at rest" : "sent");
 }
 
 int Call::showStatus() const {
@@ -149,14 +154,15 @@ int Call::waitUntilAtRest() const {
             return orxctl::waitUntilAtRest(daemon, options().waitTime, progress.observer(number));
         });
     }
-    return tell(daemons, outcomes);
+    return tell(daemons, outcomes, "at rest");
 }
 
 int Call::ping() const {
     auto daemons = fleet();
     return tell(daemons, daemons.doForAll([this](const client::Client& daemon, std::size_t) {
         return orxctl::ping(daemon, options().answerTime);
-    }));
+    }),
+                "");
 }
 
 int Call::runShow() const {
@@ -170,7 +176,7 @@ int Call::runShow() const {
         outcomes = show.run(daemons, chosen,
                             [&](std::size_t number) { return progress.observer(number); });
     }
-    return tell(daemons, outcomes);
+    return tell(daemons, outcomes, "done");
 }
 
 int Call::listCommands() const {

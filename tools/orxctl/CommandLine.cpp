@@ -6,7 +6,8 @@
 #include <stdexcept>
 #include <utility>
 
-#include "orxctl/NegativeNumbers.h"
+#include "core/Text.h"
+#include "orxctl/HiddenWords.h"
 #include "orxctl/Outcome.h"
 #include "orxctl/Requests.h"
 #include "orxctl/check/Check.h"
@@ -68,7 +69,8 @@ CommandLine::CommandLine() : app("Talks to the daemons that drive projectors", "
     app.footer(
         "orxctl ZOOM 32768 sends a command; \"orxctl commands\" lists them all.\n"
         "Exit status: 0 done, 1 usage or unknown command, 2 no answer, 3 timed out while\n"
-        "busy, 4 refused by the daemon's state; of several daemons the worst.");
+        "busy, 4 refused by the daemon's state; of several daemons the worst.\n"
+        "Without -H and $ORX_HOST it is the daemon at 127.0.0.1:7781. More: man orxctl");
 }
 
 void CommandLine::addSending() {
@@ -100,7 +102,7 @@ void CommandLine::addCommands() {
     auto* const command =
         addErrand("commands", "List the commands", [this] { return call.listCommands(); });
     addPositional(*command, call.argument, "PATTERN",
-                  "Those alone that it is about; Z* for keywords");
+                  "A text to look for; with * ? [ a pattern of keywords");
 }
 
 void CommandLine::addRun() {
@@ -149,11 +151,12 @@ CLI::App* CommandLine::addErrand(const std::string& name, const std::string& tex
 
 void CommandLine::addTargets(CLI::App& command) {
     const auto add = [this](const std::vector<std::string>& hosts) {
-        call.hosts.insert(call.hosts.end(), hosts.begin(), hosts.end());
+        for (const auto& host : hosts)
+            call.hosts.push_back(trim(host));
     };
     command
-        .add_option_function<std::vector<std::string>>(
-            "-H,--host", add, "A daemon or a group; 127.0.0.1:7781 if left out")
+        .add_option_function<std::vector<std::string>>("-H,--host", add,
+                                                       "A daemon or a group; $ORX_HOST if left out")
         ->type_name("HOST[:PORT]")
         ->delimiter(',')
         ->allow_extra_args(false);
@@ -165,6 +168,7 @@ void CommandLine::addTimeout(CLI::App& command, const std::string& text) {
     const auto read = [this](const std::string& seconds) {
         try {
             call.timeout = parseSeconds(seconds);
+            if (call.timeout->count() == 0) throw std::invalid_argument("must be more than 0");
         } catch (const std::invalid_argument& mistake) {
             throw CLI::ValidationError("--timeout", mistake.what());
         }
@@ -180,7 +184,7 @@ void CommandLine::addPolicies(CLI::App& command) {
 
 int CommandLine::run(int argc, const char* const* argv) {
     try {
-        app.parse(hideNumbers({argv + 1, argv + argc}));
+        app.parse(hideFromParser({argv + 1, argv + argc}));
         refuseMixtures();
         if (errand) return errand();
         call.command = joined(commandWords);
@@ -190,6 +194,7 @@ int CommandLine::run(int argc, const char* const* argv) {
     } catch (const CLI::ParseError& error) {
         std::ostringstream text;
         const bool isDone = app.exit(error, std::cout, text) == 0;
+        if (!isDone) std::cerr << "orxctl: ";
         std::cerr << asWritten(text.str());
         return isDone ? 0 : asNumber(ExitStatus::usage);
     } catch (const std::invalid_argument& mistake) {
@@ -205,6 +210,9 @@ void CommandLine::refuseMixtures() const {
     if (!commandWords.empty())
         throw std::invalid_argument("one thing at a time: " + joined(commandWords) + " or " + name);
     if (call.policies.wait) throw std::invalid_argument(name + " takes no --wait");
+    if (name == "run") return;
+    if (call.policies.confirm) throw std::invalid_argument(name + " takes no --confirm");
+    if (call.policies.force) throw std::invalid_argument(name + " takes no --force");
 }
 
 int CommandLine::printCompletion() const {

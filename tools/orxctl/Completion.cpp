@@ -75,21 +75,18 @@ std::string bashValues(const CommandLineWords& words) {
     for (const auto& option : words.options) {
         if (option.value == ValueKind::none) continue;
         script << "        " << joined(option.names, "|") << ") "
-               << (option.value == ValueKind::file ? R"(COMPREPLY=($(compgen -f -- "$current")); )"
-                                                   : "")
-               << "return ;;\n";
+               << (option.value == ValueKind::file ? "_orxctl_files; " : "") << "return ;;\n";
     }
     return script.str();
 }
 
 std::string bashErrand(const ErrandWords& errand) {
     std::ostringstream script;
-    script << "        " << errand.name << ")\n            words="
+    script << "        " << errand.name << ")\n            choices="
            << inQuotes(joined(optionList(errand.options), " ") +
                        (errand.argument == ValueKind::shell ? " " + shellList() : ""))
            << '\n';
-    if (errand.argument == ValueKind::file)
-        script << R"(            COMPREPLY=($(compgen -f -- "$current")))" << '\n';
+    if (errand.argument == ValueKind::file) script << "            _orxctl_files\n";
     script << "            ;;\n";
     return script.str();
 }
@@ -98,14 +95,22 @@ std::string bashScript(const CommandLineWords& words) {
     const auto options = joined(optionList(words.options), " ");
     std::ostringstream script;
     script << R"(# Completion of orxctl for bash: source it, or put it where bash-completion looks.
+_orxctl_files() {
+    compopt -o filenames 2>/dev/null
+    mapfile -t COMPREPLY < <(compgen -f -- "$current")
+}
 _orxctl() {
-    local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]}
-    local first= skip= word words
+    local current previous first= skip= word choices
+    local -a words
+    # Not the words of bash, which takes HOST:PORT apart.
+    read -ra words <<<"${COMP_LINE:0:COMP_POINT}"
+    [[ ${COMP_LINE:0:COMP_POINT} == *[[:space:]] ]] && words+=("")
+    current=${words[-1]} previous=${words[-2]-}
     COMPREPLY=()
     case $previous in
 )" << bashValues(words)
            << R"(    esac
-    for word in "${COMP_WORDS[@]:1:COMP_CWORD-1}"; do
+    for word in "${words[@]:1:${#words[@]}-2}"; do
         if [ -n "$skip" ]; then skip=; continue; fi
         case $word in
             )"
@@ -116,16 +121,16 @@ _orxctl() {
     done
     case $first in
         "")
-            words=)"
+            choices=)"
            << inQuotes(joined(errandList(words), " ") + " " + joined(keywordList(), " ") + " " +
                        options)
            << "\n            ;;\n";
     for (const auto& errand : words.errands)
         script << bashErrand(errand);
-    script << "        *)\n            words=" << inQuotes(options) << R"(
+    script << "        *)\n            choices=" << inQuotes(options) << R"(
             ;;
     esac
-    COMPREPLY+=($(compgen -W "$words" -- "$current"))
+    COMPREPLY+=($(compgen -W "$choices" -- "$current"))
 }
 complete -F _orxctl orxctl
 )";

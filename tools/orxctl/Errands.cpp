@@ -1,5 +1,6 @@
 #include "orxctl/Errands.h"
 
+#include <algorithm>
 #include <optional>
 #include <thread>
 
@@ -27,14 +28,26 @@ Outcome cannotTell(const Request& request) {
             "sent; STATUS cannot tell whether " + request.keyword() + " has been carried out"};
 }
 
-/// QUIT has been carried out when there is no answer any more.
+/// QUIT has been carried out when the host says that nobody listens any more. Not every network
+/// passes that on, and silence alone can be that of a channel that waits.
 Outcome confirmEnd(const Client& daemon, milliseconds limit) {
-    constexpr milliseconds longEnough{1000};  // five questions, none of them answered
+    constexpr milliseconds fewQuestions{1000};
     for (const auto end = Clock::now() + limit; Clock::now() < end;) {
-        if (!daemon.status(longEnough)) return {ExitStatus::done, "confirmed"};
+        const auto presence = daemon.presence(std::min(limit, fewQuestions));
+        if (presence == client::Presence::deserted) return {ExitStatus::done, "confirmed"};
+        if (presence == client::Presence::silent)
+            return {ExitStatus::done, "sent; the daemon does not answer any more, or late"};
         std::this_thread::sleep_for(betweenQuestions);
     }
     return {ExitStatus::noAnswer, "sent, but the daemon goes on answering"};
+}
+
+/// A daemon that restarts answers again, unless there is a mistake in what it reads.
+Outcome confirmRestart(const Client& daemon, const Request& request, milliseconds limit) {
+    if (daemon.status(limit)) return cannotTell(request);
+    return {ExitStatus::noAnswer,
+            "sent, but within " + secondsText(limit) +
+                " the daemon did not answer; \"orxctl check\" tells what would end its start"};
 }
 
 /// Asks until the effect is shown. One that need not show is given the time that a move takes to
@@ -55,10 +68,13 @@ Outcome confirmEffect(const Client& daemon, const Request& request, const Visibl
                                       "out"};
 }
 
-Outcome confirm(const Client& daemon, const Request& request, const DaemonStatus& before,
-                milliseconds limit) {
+Outcome confirm(const Client& daemon, const Request& request,
+                const std::optional<DaemonStatus>& before, milliseconds limit) {
+    if (!before)
+        return {ExitStatus::noAnswer, "sent, but there was no answer before it to compare with"};
     if (request.keyword() == CMD_QUIT) return confirmEnd(daemon, limit);
-    const auto effect = visibleEffect(request, before);
+    if (request.keyword() == CMD_RESTART) return confirmRestart(daemon, request, limit);
+    const auto effect = visibleEffect(request, *before);
     return effect ? confirmEffect(daemon, request, *effect, limit) : cannotTell(request);
 }
 
@@ -73,6 +89,15 @@ std::optional<Outcome> refusal(const Request& request, const std::optional<Daemo
                    before};
 }
 
+/// What there is to say once the lens is at rest: that it has not moved at all, or else `text`.
+std::string afterRest(const Request& request, const Outcome& waited, const std::string& text) {
+    const auto* const axis = waited.daemon ? movedAxis(request, *waited.daemon) : nullptr;
+    if (axis == nullptr || axis->position) return text;
+    return "the " + axis->name +
+           " has not moved: nobody knows where it stands or how far it goes; "
+           "calibrate it";
+}
+
 }  // namespace
 
 Outcome send(const Client& daemon, const Request& request, const SendOptions& options,
@@ -84,10 +109,13 @@ Outcome send(const Client& daemon, const Request& request, const SendOptions& op
         if (auto refused = refusal(request, before, options)) return *refused;
     daemon.send(request);
     Outcome outcome;
-    if (options.confirm && before) outcome = confirm(daemon, request, *before, options.answerTime);
+    if (options.confirm) outcome = confirm(daemon, request, before, options.answerTime);
     if (outcome.status != ExitStatus::done || !options.wait) return outcome;
-    const auto waited = waitUntilAtRest(daemon, options.waitTime, observer);
-    return waited.status == ExitStatus::done ? outcome : waited;
+    // A restart may take its time, and until then nobody listens.
+    if (request.keyword() == CMD_RESTART) static_cast<void>(daemon.status(options.waitTime));
+    auto waited = waitUntilAtRest(daemon, options.waitTime, observer);
+    if (waited.status == ExitStatus::done) waited.text = afterRest(request, waited, outcome.text);
+    return waited;
 }
 
 Outcome askStatus(const Client& daemon, milliseconds limit) {

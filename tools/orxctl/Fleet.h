@@ -26,14 +26,20 @@ class Fleet {
 
     /// Does the errand with all daemons at the same time, each on a thread of its own up to a great
     /// number of them; gives the outcomes in their order. A daemon whose host is not found or
-    /// cannot be sent to has given no answer.
+    /// cannot be sent to has given no answer. One that is there under two names is dealt with once:
+    /// both have the same outcome.
     [[nodiscard]] std::vector<Outcome> doForAll(const Errand& errand);
 
   private:
-    [[nodiscard]] Outcome doFor(std::size_t number, const Errand& errand);
+    void lookUp();
+    [[nodiscard]] Outcome doFor(std::size_t number, const Errand& errand) const;
+    /// The number of the first with the same peer.
+    [[nodiscard]] std::size_t firstLike(std::size_t number) const;
 
     std::vector<Target> targets;
-    std::vector<std::optional<client::Client>> clients;  ///< each made with its first errand
+    std::vector<std::optional<client::Client>> clients;  ///< nothing where there is no such host
+    std::vector<std::string> failures;                   ///< why, for those
+    std::vector<std::size_t> firsts;                     ///< `firstLike`, once all are looked up
 };
 
 }  // namespace orx::orxctl

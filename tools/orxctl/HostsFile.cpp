@@ -24,32 +24,37 @@ std::string personalHostsFile() {
 }  // namespace
 
 std::vector<Target> HostsFile::targets(const std::vector<std::string>& words) const {
-    std::vector<Target> found;
-    std::vector<std::string> way;
+    Search search;
     for (const auto& word : words)
-        add(word, way, found);
-    return found;
+        add(word, search);
+    return search.found;
 }
 
-void HostsFile::add(const std::string& word, std::vector<std::string>& way,
-                    std::vector<Target>& found) const {
-    const auto listed = getList(word);
+void HostsFile::add(const std::string& word, Search& search) const {
+    constexpr std::size_t farEnough = 100;
+    auto& way = search.way;
     if (word.empty() && !way.empty())
         throw std::invalid_argument("the hosts file has a comma too many at \"" + way.back() + '"');
+    const auto listed = getList(word);
     if (listed.empty()) {
         // A name for one daemon is shown in its place; a group only gathers.
-        const bool hasName = !way.empty() && getList(way.back()).size() == 1;
-        const auto address = client::Address::parse(word);
-        if (std::ranges::find(found, address, &Target::address) == found.end())
-            found.push_back({hasName ? way.back() : address.text(), address});
+        addAddress(word, !way.empty() && getList(way.back()).size() == 1, search);
         return;
     }
-    if (std::ranges::find(way, word) != way.end())
-        throw std::invalid_argument("the hosts file leads from \"" + word + "\" back to it");
+    if (std::ranges::find(way, word) != way.end() || way.size() == farEnough)
+        throw std::invalid_argument("the hosts file leads from \"" + way.front() +
+                                    "\" in a circle, or too far");
+    if (!search.seen.insert(word).second) return;
     way.push_back(word);
     for (const auto& next : listed)
-        add(next, way, found);
+        add(next, search);
     way.pop_back();
+}
+
+void HostsFile::addAddress(const std::string& word, bool hasName, Search& search) {
+    const auto address = client::Address::parse(word);
+    if (!search.seen.insert(address.text()).second) return;
+    search.found.push_back({hasName ? search.way.back() : address.text(), address});
 }
 
 std::vector<std::string> usualTargets() {

@@ -3,6 +3,7 @@
 // hold for lines and comments.
 #pragma once
 
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -29,12 +30,19 @@ class HostsFile : public ConfigFile {
 
     /// The daemons that `words` stand for, in that order and each once. Throws
     /// `std::invalid_argument` for a word that is neither name nor address, and for a name that
-    /// leads back to itself.
+    /// leads back to itself or too far.
     [[nodiscard]] std::vector<Target> targets(const std::vector<std::string>& words) const;
 
   private:
-    void add(const std::string& word, std::vector<std::string>& way,
-             std::vector<Target>& found) const;
+    /// What has been found, and the names that lead to what is being looked at.
+    struct Search {
+        std::vector<Target> found;
+        std::set<std::string> seen;  ///< names that have been followed, addresses that were found
+        std::vector<std::string> way;
+    };
+
+    void add(const std::string& word, Search& search) const;
+    static void addAddress(const std::string& word, bool hasName, Search& search);
 };
 
 /// The words that stand for the daemons where the user names none: those of $ORX_HOST between its

@@ -12,10 +12,12 @@
 namespace orx::orxctl {
 namespace {
 
-std::string suggestion(const std::string& word) {
+using Words = std::span<const std::string_view>;
+
+std::string suggestion(const std::string& word, Words otherWords) {
     if (const auto keyword = keywordFor(word); !keyword.empty())
         return "; its keyword is " + orxdef::quoted(keyword);
-    std::vector<std::string_view> names(errandNames.begin(), errandNames.end());
+    std::vector<std::string_view> names(otherWords.begin(), otherWords.end());
     for (const auto& entry : vocabulary)
         names.push_back(entry.keyword);
     const auto nearest = orxdef::nearest(word, names);
@@ -23,11 +25,11 @@ std::string suggestion(const std::string& word) {
     return "; did you mean " + orxdef::alternatives(nearest) + "?";
 }
 
-client::Request read(const std::string& text) {
+client::Request read(const std::string& text, Words otherWords) {
     try {
         return client::Request(text);
     } catch (const client::UnknownCommand& unknown) {
-        throw std::invalid_argument(unknown.what() + suggestion(unknown.keyword()));
+        throw std::invalid_argument(unknown.what() + suggestion(unknown.keyword(), otherWords));
     }
 }
 
@@ -36,10 +38,35 @@ bool canDoWithout(std::string_view keyword) {
     return keyword == CMD_ZOOM_CALIBRATION_END || keyword == CMD_FOCUS_CALIBRATION_END;
 }
 
+/// Whether all of `word` is a number of its kind, and one that there is.
+template <typename Number>
+bool isNumber(std::string_view word) {
+    if (word.starts_with('+')) word.remove_prefix(1);
+    Number value{};
+    const auto* const end = word.data() + word.size();
+    const auto result = std::from_chars(word.data(), end, value);
+    return result.ec == std::errc() && result.ptr == end &&
+           std::isfinite(static_cast<double>(value));
+}
+
+/// The daemon reads a number as far as it goes: 1O0 as 1, and 50% as 50.
+void checkNumbers(const client::Request& request) {
+    const auto kind = argumentKind(request.keyword());
+    for (const auto& word : request.arguments()) {
+        if (kind == ArgumentKind::integer && !isNumber<int>(word))
+            throw std::invalid_argument(request.keyword() + " takes whole numbers, not " +
+                                        orxdef::quoted(word));
+        if (kind == ArgumentKind::decimal && !isNumber<double>(word))
+            throw std::invalid_argument(request.keyword() + " takes decimal numbers, not " +
+                                        orxdef::quoted(word));
+    }
+}
+
 }  // namespace
 
-client::Request parseRequest(const std::string& text) {
-    auto request = read(text);
+client::Request parseRequest(const std::string& text, Words otherWords) {
+    auto request = read(text, otherWords);
+    checkNumbers(request);
     const auto& keyword = request.keyword();
     const auto given = request.arguments().size();
     const bool takesOne =

@@ -1,6 +1,7 @@
 #include "orxctl/Show.h"
 
 #include <algorithm>
+#include <array>
 #include <istream>
 #include <sstream>
 #include <stdexcept>
@@ -12,6 +13,12 @@
 #include "orxctl/Requests.h"
 
 namespace orx::orxctl {
+namespace {
+
+/// What a show file has besides commands.
+constexpr std::array<std::string_view, 2> ownWords{"sleep", "wait"};
+
+}  // namespace
 
 Show::Show(std::istream& input, const std::string& name) {
     std::string mistakes;
@@ -26,6 +33,7 @@ Show::Show(std::istream& input, const std::string& name) {
             mistakes.append(mistake.what());
         }
     }
+    if (input.bad()) throw std::invalid_argument("show file cannot be read: " + name);
     if (!mistakes.empty()) throw std::invalid_argument(mistakes);
 }
 
@@ -39,8 +47,9 @@ std::optional<Show::Action> Show::parseLine(std::string line) {
     words >> first >> second >> third;
     if (first == CMD_STATUS)
         throw std::invalid_argument("a show has no place for STATUS; \"wait\" waits for the lens");
-    if (first != "sleep" && first != "wait") return parseRequest(line);
+    if (std::ranges::find(ownWords, first) == ownWords.end()) return parseRequest(line, ownWords);
     if (!third.empty()) throw std::invalid_argument(first + " takes one time");
+    if (first == "sleep" && second.empty()) throw std::invalid_argument("sleep takes a time");
     if (first == "sleep") return Sleep{parseSeconds(second)};
     return second.empty() ? Wait{} : Wait{parseSeconds(second)};
 }
@@ -76,8 +85,14 @@ std::vector<Outcome> Show::reach(Fleet& fleet, const SendOptions& options) {
 
 Outcome Show::perform(const Action& action, const client::Client& daemon,
                       const SendOptions& options, const client::Client::Observer& observer) {
-    if (const auto* const request = std::get_if<client::Request>(&action))
+    if (const auto* const request = std::get_if<client::Request>(&action)) {
+        // Commands in a row would be queued, and a "wait" behind them might see the rest before
+        // they move anything. A question between them lets the daemon catch up.
+        if (options.force)
+            static_cast<void>(
+                daemon.presence(std::min(client::Client::answerTime, options.answerTime)));
         return send(daemon, *request, options, observer);
+    }
     const auto limit = std::get<Wait>(action).limit.value_or(options.waitTime);
     return orx::orxctl::waitUntilAtRest(daemon, limit, observer);
 }

@@ -84,11 +84,6 @@ Json asJson(const std::string& name, const Outcome& outcome) {
     return json;
 }
 
-/// What a table says of an errand that has nothing to say itself.
-std::string resultText(const Outcome& outcome) {
-    return outcome.text.empty() ? "done" : outcome.text;
-}
-
 }  // namespace
 
 std::string statusTable(const Fleet& fleet, const std::vector<Outcome>& outcomes) {
@@ -109,8 +104,8 @@ std::string statusJson(const Fleet& fleet, const std::vector<Outcome>& outcomes,
            "\n";
 }
 
-void printOutcomes(const Fleet& fleet, const std::vector<Outcome>& outcomes, std::ostream& output,
-                   std::ostream& errors) {
+void printOutcomes(const Fleet& fleet, const std::vector<Outcome>& outcomes, std::string_view done,
+                   std::ostream& output, std::ostream& errors) {
     if (fleet.size() == 1) {
         const auto& outcome = outcomes.front();
         if (outcome.text.empty()) return;
@@ -121,8 +116,10 @@ void printOutcomes(const Fleet& fleet, const std::vector<Outcome>& outcomes, std
         return;
     }
     std::vector<Row> rows{{"DAEMON", "RESULT"}};
-    for (std::size_t number = 0; number < outcomes.size(); ++number)
-        rows.push_back({escapeBytes(fleet.name(number)), resultText(outcomes[number])});
+    for (std::size_t number = 0; number < outcomes.size(); ++number) {
+        const auto& text = outcomes[number].text;
+        rows.push_back({escapeBytes(fleet.name(number)), text.empty() ? std::string(done) : text});
+    }
     output << orxdef::tableText(rows);
 }
 

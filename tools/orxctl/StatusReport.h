@@ -3,6 +3,7 @@
 
 #include <iosfwd>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "orxctl/Fleet.h"
@@ -20,8 +21,8 @@ enum class JsonForm : bool { indented, oneLine };
                                      JsonForm form);
 
 /// How an errand has ended: of one daemon what there is to say, on `errors` where it is a failure;
-/// of several a table on `output`.
-void printOutcomes(const Fleet& fleet, const std::vector<Outcome>& outcomes, std::ostream& output,
-                   std::ostream& errors);
+/// of several a table on `output`, with `done` for those of which there is nothing to say.
+void printOutcomes(const Fleet& fleet, const std::vector<Outcome>& outcomes, std::string_view done,
+                   std::ostream& output, std::ostream& errors);
 
 }  // namespace orx::orxctl

@@ -42,22 +42,32 @@ Effect anyChange(const AxisStatus& before) {
     return onAxis(before.name, false, [before](const AxisStatus& axis) { return axis != before; });
 }
 
-/// The axis is on its way to `steps`, or there.
+/// Whether steps are counted: an axis without a reference has a target that is no position.
+bool isReferenced(const AxisStatus& axis) {
+    return axis.upperEnd && destination(axis).value_or(-1) >= 0;
+}
+
+/// The axis is on its way to `steps`, or there; downwards it may have to stop at a lower end that
+/// is not 0.
 Effect goesTo(const AxisStatus& before, std::int64_t steps) {
-    if (!before.upperEnd) return anyChange(before);
+    if (!isReferenced(before)) return anyChange(before);
+    const int from = destination(before).value_or(0);
     const auto upperEnd = std::max(0, *before.upperEnd);
     const auto expected = static_cast<int>(std::clamp<std::int64_t>(steps, 0, upperEnd));
-    if (destination(before) == expected) return std::nullopt;
-    return onAxis(before.name, true,
-                  [expected](const AxisStatus& axis) { return destination(axis) == expected; });
+    if (from == expected) return std::nullopt;
+    return onAxis(before.name, true, [from, expected](const AxisStatus& axis) {
+        const auto now = destination(axis);
+        return now == expected || (now && *now > expected && *now < from);
+    });
 }
 
 Effect stepsBy(const AxisStatus& before, int steps) {
-    if (before.upperEnd)
+    if (isReferenced(before))
         return goesTo(before, std::int64_t{destination(before).value_or(0)} + steps);
     if (!isCalibrating(before)) return std::nullopt;
     const auto expected = std::int64_t{*before.position} + steps;
-    return onAxis(before.name, expected >= 0,
+    return onAxis(before.name, steps > 0,  // downwards it may be at its lower end
+
                   [expected](const AxisStatus& axis) { return axis.position == expected; });
 }
 
@@ -148,6 +158,13 @@ std::optional<VisibleEffect> visibleEffect(const Request& request, const DaemonS
     if (keyword == CMD_LENS_RESET) return lensIsReset(before);
     if (auto effect = effectOnAxis(request, zoomCommands, before)) return effect;
     return effectOnAxis(request, focusCommands, before);
+}
+
+const AxisStatus* movedAxis(const Request& request, const DaemonStatus& status) noexcept {
+    for (const auto* const commands : {&zoomCommands, &focusCommands})
+        if (isOneOf(request.keyword(), {commands->absCommand, commands->absStepsCommand}))
+            return status.axis(commands->axisName);
+    return nullptr;
 }
 
 }  // namespace orx::orxctl

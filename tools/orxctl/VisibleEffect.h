@@ -22,4 +22,8 @@ struct VisibleEffect {
 [[nodiscard]] std::optional<VisibleEffect> visibleEffect(const client::Request& request,
                                                          const client::DaemonStatus& before);
 
+/// The axis in `status` that `request` sends to a position; null where it sends none.
+[[nodiscard]] const client::AxisStatus* movedAxis(const client::Request& request,
+                                                  const client::DaemonStatus& status) noexcept;
+
 }  // namespace orx::orxctl

@@ -42,11 +42,11 @@ class OrxctlCompletion : public testing::Test {
             lines.push_back(line);
         return lines;
     }
-    /// What bash offers for the last of these words.
-    [[nodiscard]] std::vector<std::string> bashOffers(const std::string& words) const {
+    /// What bash offers at the end of this line.
+    [[nodiscard]] std::vector<std::string> bashOffers(const std::string& line) const {
         return linesOf({find("bash"), "--norc", "-c",
-                        "source " + script + "; COMP_WORDS=(" + words +
-                            "); COMP_CWORD=$((${#COMP_WORDS[@]} - 1)); _orxctl; "
+                        "source " + script + "; COMP_LINE='" + line +
+                            "'; COMP_POINT=${#COMP_LINE}; _orxctl; "
                             R"(printf '%s\n' "${COMPREPLY[@]}")"});
     }
     /// What fish offers for the last word of this line, without what it says of it.
@@ -70,11 +70,14 @@ TEST_F(OrxctlCompletion, WorksInBash) {
     EXPECT_THAT(bashOffers("orxctl sta"), ElementsAre("status"));
     EXPECT_THAT(bashOffers("orxctl -H x ME"),
                 UnorderedElementsAre("MEMCLEAR", "MEMLOAD", "MEMSAVE"));
+    EXPECT_THAT(bashOffers("orxctl -H 127.0.0.1:7782 --host=y sta"), ElementsAre("status"));
     EXPECT_THAT(bashOffers("orxctl ZOOM --wa"), ElementsAre("--wait"));
     EXPECT_THAT(bashOffers("orxctl status --w"), ElementsAre("--watch"));
-    EXPECT_THAT(bashOffers("orxctl completion ''"),
+    EXPECT_THAT(bashOffers("orxctl completion "),
                 AllOf(Contains("bash"), Contains("zsh"), Contains("fish"), Not(Contains("ZOOM"))));
     EXPECT_THAT(bashOffers("orxctl run " + folder.file("scr")), ElementsAre(script));
+    const auto withBlank = folder.write("a show", "");
+    EXPECT_THAT(bashOffers("orxctl run " + folder.file("a")), ElementsAre(withBlank));
     EXPECT_THAT(bashOffers("orxctl --hosts " + folder.file("scr")), ElementsAre(script));
 }
 

@@ -19,9 +19,34 @@ class OrxctlConfirm : public OrxctlStory {
 };
 
 TEST_F(OrxctlConfirm, TellsOfCommandsThatHaveArrived) {
-    for (const auto& command : visibleCommands)
+    for (const auto& command : visibleCommands) {
+        if (command == "QUIT") continue;
         EXPECT_EQ(call(command + " --confirm --timeout 60"), done("confirmed\n")) << command;
+    }
+    // That nobody listens any more the proxy does not pass on.
+    EXPECT_EQ(resultOf("QUIT --confirm --timeout 60 -H " + controlAddress()), done("confirmed\n"));
     EXPECT_EQ(daemon->waitForEnd(), "exit status 0");
+}
+
+TEST_F(OrxctlConfirm, DoesNotTakeSilenceForTheEnd) {
+    EXPECT_THAT(call("QUIT --confirm").output, HasSubstr("does not answer any more, or late"));
+    EXPECT_EQ(daemon->waitForEnd(), "exit status 0");
+}
+
+TEST_F(OrxctlConfirm, TakesADaemonForLostThatDoesNotComeBack) {
+    EXPECT_THAT(call("RESTART --confirm").output, HasSubstr("cannot tell"));
+    installation.writeConfiguration("no setting");
+    const auto result = call("RESTART --confirm");
+    EXPECT_EQ(result.ending, "exit status 2");
+    EXPECT_THAT(result.errors, HasSubstr("orxctl check"));
+    EXPECT_EQ(daemon->waitForEnd(), "exit status 1");
+}
+
+TEST_F(OrxctlConfirm, NeedsAnAnswerToCompareWith) {
+    proxy.setRule(Proxy::dropReplies);
+    const auto result = call("AZ+ --force --confirm --timeout 0.5");
+    EXPECT_EQ(result.ending, "exit status 2");
+    EXPECT_THAT(result.errors, HasSubstr("no answer before it to compare with"));
 }
 
 TEST_F(OrxctlConfirm, TellsOfCommandsThatWereLost) {

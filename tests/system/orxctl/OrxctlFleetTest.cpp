@@ -90,7 +90,7 @@ TEST_F(OrxctlFleet, HasTheWorstOfItsExitStatuses) {
     const auto result = resultOf("ZOOMX 1 --timeout 1" + hosts + "all");
     EXPECT_EQ(result.ending, "exit status 4");
     EXPECT_THAT(linesOf(result.output),
-                ElementsAre(row("DAEMON", "RESULT"), row("hall", "done"), row("foyer", "dumb mode"),
+                ElementsAre(row("DAEMON", "RESULT"), row("hall", "sent"), row("foyer", "dumb mode"),
                             row("attic", "no answer within 1 s; nothing was sent")));
     EXPECT_EQ(resultOf("ON --timeout 0.3" + hosts + "hall,attic").ending, "exit status 2");
     EXPECT_EQ(resultOf("ON -H hall,nobody.invalid" + hosts + "hall").ending, "exit status 2");
@@ -137,7 +137,7 @@ TEST_F(OrxctlCrowd, IsAskedSideBySide) {
 TEST_F(OrxctlCrowd, GetsACommandOnceEach) {
     const auto result = callAll("FREEZE");
     EXPECT_EQ(result.ending, "exit status 0");
-    EXPECT_THAT(linesOf(result.output), AllOf(SizeIs(1 + many), Contains(HasSubstr("done"))));
+    EXPECT_THAT(linesOf(result.output), AllOf(SizeIs(1 + many), Contains(HasSubstr("sent"))));
     EXPECT_EQ(crowd.countOfThoseWith("FREEZE"), many);
 }
 

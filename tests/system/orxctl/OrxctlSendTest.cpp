@@ -33,7 +33,7 @@ TEST_F(OrxctlSend, PassesWordsOnAsTheyAre) {
     startWith(motorModel());
     for (const auto& [words, display] :
          std::vector<Words>{{"KEYSTONEHORI -1.5", "KEYSTONEHORI (-1.5)"},
-                            {"KEYSTONEVERT -.25 -2e1 -inf", "KEYSTONEVERT (-.25,-2e1,-inf)"},
+                            {"KEYSTONEVERT -.25 -2e1", "KEYSTONEVERT (-.25,-2e1)"},
                             {"ROTATION -7", "ROTATION (-7)"},
                             {"INPUT 1 2 3", "INPUT (1,2,3)"},
                             {"RAW 0a 1B ff", "RAW (0a1Bff)"},

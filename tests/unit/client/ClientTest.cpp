@@ -60,9 +60,21 @@ TEST(Client, givesUpWhereThereIsNoAnswer) {
     EXPECT_EQ(Client(daemon.address()).status(notLong), std::nullopt);
 }
 
-TEST(Client, givesUpEarlyWhereNobodyListens) {
-    EXPECT_EQ(Client(deserted()).status(longEnough), std::nullopt);
-    EXPECT_EQ(Client(deserted()).waitUntilAtRest(longEnough), Rest::silent);
+TEST(Client, knowsAHostWhereNobodyListens) {
+    const Client nobody(deserted());
+    EXPECT_EQ(nobody.status(notLong), std::nullopt);
+    EXPECT_EQ(nobody.presence(notLong), Presence::deserted);
+    EXPECT_EQ(nobody.waitUntilAtRest(notLong), Rest::silent);
+    const FakeDaemon silent(oneByOne({lost}));
+    EXPECT_EQ(Client(silent.address()).presence(notLong), Presence::silent);
+    const FakeDaemon daemon(oneByOne({lost, {resting}}));
+    EXPECT_EQ(Client(daemon.address()).presence(longEnough), Presence::answers);
+}
+
+TEST(Client, knowsTheSameDaemonByAnotherName) {
+    EXPECT_TRUE(Client({"127.0.0.1", 7781}).hasSamePeer(Client({"127.1", 7781})));
+    EXPECT_FALSE(Client({"127.0.0.1", 7781}).hasSamePeer(Client({"127.0.0.1", 7782})));
+    EXPECT_FALSE(Client({"127.0.0.1", 7781}).hasSamePeer(Client({"127.0.0.2", 7781})));
 }
 
 TEST(Client, sendsACommandOnceAndWaitsForNothing) {

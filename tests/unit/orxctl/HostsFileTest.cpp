@@ -67,6 +67,24 @@ TEST_F(Hosts, areRefusedWhereANameLeadsBackToItself) {
     EXPECT_THROW(static_cast<void>(targets({"self"})), std::invalid_argument);
 }
 
+TEST_F(Hosts, areFoundHoweverOftenNamesLeadToThem) {
+    text += "g40 = hall\n";
+    for (int group = 0; group < 40; ++group) {
+        const auto next = "g" + std::to_string(group + 1);
+        text.append("g").append(std::to_string(group)).append(" = ");
+        text.append(next).append(",").append(next).append("\n");
+    }
+    EXPECT_THAT(targets({"g0"}), ElementsAre(hall));
+}
+
+TEST_F(Hosts, areRefusedWhereAChainOfNamesIsTooLong) {
+    for (int name = 0; name < 200; ++name) {
+        text.append("a").append(std::to_string(name)).append(" = a");
+        text.append(std::to_string(name + 1)).append("\n");
+    }
+    EXPECT_THROW(static_cast<void>(targets({"a0"})), std::invalid_argument);
+}
+
 TEST_F(Hosts, areNoneWhereThereIsNoFile) {
     EXPECT_THAT(HostsFile(folder.file("missing")).targets({"hall"}).front().name, "hall:7781");
 }

@@ -25,6 +25,18 @@ TEST(Requests, areTakenAsTheDaemonTakesThem) {
     EXPECT_EQ(mistakeOf("RAW 0a 0d"), "none: RAW 0a0d");
 }
 
+TEST(Requests, haveWholeNumbersAndNothingBehindThem) {
+    EXPECT_EQ(mistakeOf("ZOOM 1O0"), R"(ZOOM takes whole numbers, not "1O0")");
+    EXPECT_EQ(mistakeOf("ZOOM 50%"), R"(ZOOM takes whole numbers, not "50%")");
+    EXPECT_EQ(mistakeOf("INPUT 1 2.9"), R"(INPUT takes whole numbers, not "2.9")");
+    EXPECT_EQ(mistakeOf("ZOOM +5"), "none: ZOOM +5");
+    EXPECT_EQ(mistakeOf("ZOOM -5"), "none: ZOOM -5");
+    EXPECT_EQ(mistakeOf("KEYSTONEVERT 2.5.1"),
+              R"(KEYSTONEVERT takes decimal numbers, not "2.5.1")");
+    EXPECT_EQ(mistakeOf("KEYSTONEVERT inf"), R"(KEYSTONEVERT takes decimal numbers, not "inf")");
+    EXPECT_EQ(mistakeOf("KEYSTONEVERT -.5e1"), "none: KEYSTONEVERT -.5e1");
+}
+
 TEST(Requests, thatAreMistypedAreAnsweredWithTheNearestOnes) {
     EXPECT_EQ(mistakeOf("zoom 1"), R"(unknown command "zoom"; did you mean "ZOOM" or "ZOOMX"?)");
     EXPECT_EQ(mistakeOf("FOCUSRESETT"),

@@ -49,7 +49,7 @@ TEST(Show, mayHaveCommandsCommentsPausesAndWaits) {
 TEST(Show, isRefusedWithAllItsMistakes) {
     EXPECT_EQ(mistakesOf("ON\nON 1\nsleep\nwait 1 2\nFOO BAR\nwait x\nsleep 1 x\nSTATUS\n"),
               "evening:2: ON takes no argument, not \"1\"\n"
-              "evening:3: must be seconds from 0 to 86400, not \n"
+              "evening:3: sleep takes a time\n"
               "evening:4: wait takes one time\n"
               "evening:5: unknown command \"FOO\"; \"orxctl commands\" lists them all\n"
               "evening:6: must be seconds from 0 to 86400, not x\n"

@@ -60,7 +60,7 @@ std::pair<std::string, std::string> printed(const Fleet& daemons,
                                             const std::vector<Outcome>& results) {
     std::ostringstream output;
     std::ostringstream errors;
-    printOutcomes(daemons, results, output, errors);
+    printOutcomes(daemons, results, "sent", output, errors);
     return {output.str(), errors.str()};
 }
 
@@ -75,7 +75,7 @@ TEST(Outcomes, ofOneDaemonAreToldOnlyWhereThereIsSomethingToTell) {
 
 TEST(Outcomes, ofSeveralDaemonsAreATable) {
     EXPECT_EQ(printed(fleet, {{}, {ExitStatus::done, "confirmed"}, outcomes.back()}).first,
-              "DAEMON       RESULT\nhall         done\nplanetarium  confirmed\n"
+              "DAEMON       RESULT\nhall         sent\nplanetarium  confirmed\n"
               "dark         no answer within 2 s\n");
 }
 

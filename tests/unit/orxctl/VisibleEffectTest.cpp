@@ -41,6 +41,14 @@ void PrintTo(const Case& test, std::ostream* output) {
 
 class Effect : public testing::TestWithParam<Case> {};
 
+TEST(MovedAxis, isTheOneThatIsSentToAPosition) {
+    const auto status = statusOf("IDLE; zoom: 20/40 focus: 5/9;");
+    EXPECT_EQ(movedAxis(Request("ZOOM 1"), status), &status.axes[0]);
+    EXPECT_EQ(movedAxis(Request("FOCUSX 1"), status), &status.axes[1]);
+    EXPECT_EQ(movedAxis(Request("ZOOMRESET"), status), nullptr);
+    EXPECT_EQ(movedAxis(Request("ZOOM 1"), statusOf("IDLE;;")), nullptr);
+}
+
 TEST_P(Effect, isTold) {
     const auto& test = GetParam();
     EXPECT_EQ(kindOf(test.command, test.before), test.kind);
@@ -58,7 +66,10 @@ INSTANTIATE_TEST_SUITE_P(
                     Case{"ZOOMX 30", idle, "must show", "IDLE; zoom: 30/40 focus: 5/9;",
                          "IDLE; zoom: 29/40 focus: 30/40;"},
                     Case{"FOCUSX 1", idle, "must show", "BUSY; zoom: 20/40 focus: 4/9>1;",
-                         "BUSY; zoom: 1/40 focus: 4/9>2;"},
+                         "BUSY; zoom: 1/40 focus: 5/9>6;"},
+                    Case{"ZOOMX 3", idle, "must show", "IDLE; zoom: 20/40>10 focus: 5/9;", idle},
+                    Case{"AZ+", "IDLE; zoom: 3/3>-1 focus: 5/9;", "none"},
+                    Case{"ZOOMX 1", "IDLE; zoom: 3/3>-1 focus: 5/9;", "none"},
                     Case{"ZOOMX 20", idle, "none"},
                     Case{"ZOOMX 99", idle, "must show", "IDLE; zoom: 40/40 focus: 5/9;", idle},
                     Case{"ZOOMX -7", idle, "must show", "IDLE; zoom: 0/40 focus: 5/9;", idle},

@@ -33,10 +33,10 @@ std::optional<Obstacle> obstacleToMaking(const std::string& path) {
     if (!S_ISDIR(status.st_mode))
         return Obstacle{orxdef::quoted(folder) + " is no folder", "name another file"};
     if (const int error = accessError(folder, W_OK | X_OK); error != 0)
-        return refused(error,
-                       "user " + orxdef::quoted(userName()) + " cannot make files in the folder " +
-                           orxdef::quoted(folder),
-                       folder);
+        // Not the folder for the user: it may be one of the system's.
+        return Obstacle{"user " + orxdef::quoted(userName()) + " cannot make files in the folder " +
+                            orxdef::quoted(folder) + ": " + std::strerror(error),
+                        "sudo install -o " + userName() + " /dev/null " + shellWord(path)};
     return std::nullopt;
 }
 
@@ -50,6 +50,9 @@ std::optional<Obstacle> obstacleToWriting(const std::string& path) {
     }
     if (S_ISDIR(status.st_mode))
         return Obstacle{orxdef::quoted(path) + " is a folder", "name a file"};
+    if (S_ISFIFO(status.st_mode))
+        return Obstacle{orxdef::quoted(path) + " is a pipe, on whose reader the daemon waits",
+                        "name a file"};
     if (const int error = accessError(path, W_OK); error != 0)
         return refused(
             error, "user " + orxdef::quoted(userName()) + " cannot write " + orxdef::quoted(path),

@@ -30,6 +30,13 @@ enum class Rest : std::uint8_t {
     silent,   ///< the daemon does not answer, or has stopped to
 };
 
+/// What a question has told of the daemon.
+enum class Presence : std::uint8_t {
+    answers,
+    silent,    ///< it may be there, and late
+    deserted,  ///< its host says that nobody listens; the daemon may be about to start
+};
+
 class Client {
   public:
     using Milliseconds = std::chrono::milliseconds;
@@ -52,16 +59,24 @@ class Client {
 
     /// The status as it is at a moment after this call; nothing where `timeout` passes without an
     /// answer. STATUS is sent again after 50 ms, then after twice as long each time, up to 1 s.
-    /// A host that says that nobody listens there is given `answerTime` at most, enough for a
-    /// daemon that restarts. Throws as `send`.
+    /// Throws as `send`.
     [[nodiscard]] std::optional<DaemonStatus> status(Milliseconds timeout = answerTime) const;
 
+    /// Asks as `status` does, and tells what is known where there is no answer.
+    [[nodiscard]] Presence presence(Milliseconds timeout = answerTime) const;
+
+    /// Whether both look to the same address and port, by whatever name.
+    [[nodiscard]] bool hasSamePeer(const Client& other) const noexcept;
+
     /// Waits until the lens has been at rest for `settlingTime`, for `timeout` at most. An axis
-    /// that cannot be reset may be on its way for ever, so there is no waiting without a limit.
+    /// that cannot be reset may be on its way for ever, so there is no waiting without a limit. A
+    /// host that says that nobody listens is given `answerTime`, and has lost its daemon then.
     /// Throws as `send`, and what `observer` throws.
     [[nodiscard]] Rest waitUntilAtRest(Milliseconds timeout, const Observer& observer = {}) const;
 
   private:
+    [[nodiscard]] std::optional<DaemonStatus> ask(Milliseconds timeout, bool& refused) const;
+
     sockaddr_in peer{};
 };
 

@@ -1,4 +1,4 @@
-#include "orxctl/NegativeNumbers.h"
+#include "orxctl/HiddenWords.h"
 
 #include <algorithm>
 
@@ -12,11 +12,16 @@ bool isNegativeNumber(const std::string& word) {
            word.find_first_of("0123456789.iInN", 1) == 1;  // -5, -.5, -inf, -nan
 }
 
+/// The parser takes the words between brackets for a list.
+bool isBracketed(const std::string& word) {
+    return word.starts_with('[');
+}
+
 }  // namespace
 
-std::vector<std::string> hideNumbers(std::vector<std::string> words) {
+std::vector<std::string> hideFromParser(std::vector<std::string> words) {
     for (auto& word : words)
-        if (isNegativeNumber(word)) word.insert(word.begin(), hidden);
+        if (isNegativeNumber(word) || isBracketed(word)) word.insert(word.begin(), hidden);
     std::ranges::reverse(words);
     return words;
 }
