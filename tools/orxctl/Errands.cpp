@@ -31,9 +31,8 @@ Outcome cannotTell(const Request& request) {
 /// QUIT has been carried out when the host says that nobody listens any more. Not every network
 /// passes that on, and silence alone can be that of a channel that waits.
 Outcome confirmEnd(const Client& daemon, milliseconds limit) {
-    constexpr milliseconds fewQuestions{1000};
     for (const auto end = Clock::now() + limit; Clock::now() < end;) {
-        const auto presence = daemon.presence(std::min(limit, fewQuestions));
+        const auto presence = daemon.presence(std::min(limit, Client::answerTime));
         if (presence == client::Presence::deserted) return {ExitStatus::done, "confirmed"};
         if (presence == client::Presence::silent)
             return {ExitStatus::done, "sent; the daemon does not answer any more, or late"};
@@ -64,8 +63,7 @@ Outcome confirmEffect(const Client& daemon, const Request& request, const Visibl
         std::this_thread::sleep_for(betweenQuestions);
     }
     return {ExitStatus::noAnswer, "sent, but within " + secondsText(limit) +
-                                      " STATUS did not show that it was carried "
-                                      "out"};
+                                      " STATUS did not show that it was carried out"};
 }
 
 Outcome confirm(const Client& daemon, const Request& request,
@@ -94,8 +92,7 @@ std::string afterRest(const Request& request, const Outcome& waited, const std::
     const auto* const axis = waited.daemon ? movedAxis(request, *waited.daemon) : nullptr;
     if (axis == nullptr || axis->position) return text;
     return "the " + axis->name +
-           " has not moved: nobody knows where it stands or how far it goes; "
-           "calibrate it";
+           " has not moved: nobody knows where it stands or how far it goes; calibrate it";
 }
 
 }  // namespace

@@ -53,7 +53,7 @@ TEST_F(OrxctlConfirm, TellsOfCommandsThatWereLost) {
     proxy.setRule(Proxy::dropCommands);
     std::vector<std::unique_ptr<Orxctl>> calls;
     for (const auto& command : visibleCommands)
-        calls.push_back(std::make_unique<Orxctl>(toDaemon(command + " --confirm --timeout 1.5")));
+        calls.push_back(std::make_unique<Orxctl>(toDaemon(command + " --confirm --timeout 3")));
     for (std::size_t number = 0; number < calls.size(); ++number) {
         const auto result = calls[number]->waitForEnd();
         EXPECT_EQ(result.ending, "exit status 2") << visibleCommands[number];
