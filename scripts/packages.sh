@@ -27,6 +27,6 @@ BUILD_PACKAGES=(g++ make cmake libtomlplusplus-dev libcli11-dev nlohmann-json3-d
 TEST_PACKAGES=(libgtest-dev libgmock-dev python3-minimal libpython3-stdlib python3-jsonschema
     netcat-openbsd zsh fish)
 DEMO_PACKAGES=(python3-minimal libpython3-stdlib)
-CI_PACKAGES=(clang libclang-rt-14-dev clang-format clang-tidy)
+CI_PACKAGES=(clang libclang-rt-14-dev clang-format clang-tidy ccache)
 FUZZ_PACKAGES=(clang libclang-rt-14-dev)
 COVERAGE_PACKAGES=(gcovr)

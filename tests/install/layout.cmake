@@ -13,8 +13,12 @@ foreach(part IN ITEMS config config-version targets)
     list(APPEND files lib/cmake/orx-client/orx-client-${part}.cmake)
 endforeach()
 if(WITH_TOOLS)
-    list(APPEND files bin/orxctl bin/orxdef bin/orxsim lib/orx.ccd
-         share/orx/orx-definition.schema.json)
+    list(APPEND files bin/orxdef bin/orxsim lib/orx.ccd share/orx/orx-definition.schema.json)
+endif()
+if(WITH_CLIENT)
+    list(APPEND files bin/orxctl share/man/man1/orxctl.1
+         share/bash-completion/completions/orxctl share/zsh/site-functions/_orxctl
+         share/fish/vendor_completions.d/orxctl.fish)
 endif()
 foreach(file IN LISTS files)
     expect(EXISTS ${prefix}/${file} AND NOT IS_DIRECTORY ${prefix}/${file})
