@@ -4,6 +4,7 @@
 #include <cerrno>
 #include <filesystem>
 #include <fstream>
+#include <functional>
 #include <iostream>
 #include <sstream>
 #include <stdexcept>
@@ -64,6 +65,13 @@ class MaybeProgress {
     std::optional<Progress> progress;
 };
 
+/// What `work` gives, with the progress shown meanwhile; the line is gone before anything is told.
+std::vector<Outcome> showingProgress(
+    const Fleet& daemons, const std::function<std::vector<Outcome>(MaybeProgress&)>& work) {
+    MaybeProgress progress(daemons.size());
+    return work(progress);
+}
+
 /// Tells how the errands have ended, with `done` where there is nothing else to tell; gives the
 /// exit status.
 int tell(const Fleet& daemons, const std::vector<Outcome>& outcomes, std::string_view done) {
@@ -107,13 +115,11 @@ int Call::send() const {
         throw std::invalid_argument("there is nothing to wait for behind " + request.keyword());
     if (request.keyword() == CMD_STATUS) return showStatus();
     auto daemons = fleet();
-    std::vector<Outcome> outcomes;
-    {
-        MaybeProgress progress(daemons.size());
-        outcomes = daemons.doForAll([&](const client::Client& daemon, std::size_t number) {
+    const auto outcomes = showingProgress(daemons, [&](MaybeProgress& progress) {
+        return daemons.doForAll([&](const client::Client& daemon, std::size_t number) {
             return orxctl::send(daemon, request, options(), progress.observer(number));
         });
-    }
+    });
     return tell(daemons, outcomes, policies.wait ? "at rest" : "sent");
 }
 
@@ -147,13 +153,11 @@ int Call::watchStatus() const {
 
 int Call::waitUntilAtRest() const {
     auto daemons = fleet();
-    std::vector<Outcome> outcomes;
-    {
-        MaybeProgress progress(daemons.size());
-        outcomes = daemons.doForAll([&](const client::Client& daemon, std::size_t number) {
+    const auto outcomes = showingProgress(daemons, [&](MaybeProgress& progress) {
+        return daemons.doForAll([&](const client::Client& daemon, std::size_t number) {
             return orxctl::waitUntilAtRest(daemon, options().waitTime, progress.observer(number));
         });
-    }
+    });
     return tell(daemons, outcomes, "at rest");
 }
 
@@ -170,12 +174,10 @@ int Call::runShow() const {
     auto daemons = fleet();
     auto chosen = options();
     chosen.answerTime = chosen.waitTime;  // a line may have to wait for the one before
-    std::vector<Outcome> outcomes;
-    {
-        MaybeProgress progress(daemons.size());
-        outcomes = show.run(daemons, chosen,
-                            [&](std::size_t number) { return progress.observer(number); });
-    }
+    const auto outcomes = showingProgress(daemons, [&](MaybeProgress& progress) {
+        return show.run(daemons, chosen,
+                        [&](std::size_t number) { return progress.observer(number); });
+    });
     return tell(daemons, outcomes, "done");
 }
 

@@ -10,17 +10,11 @@
 #include "orxctl/HiddenWords.h"
 #include "orxctl/Outcome.h"
 #include "orxctl/Requests.h"
+#include "orxctl/Wording.h"
 #include "orxctl/check/Check.h"
 
 namespace orx::orxctl {
 namespace {
-
-std::string joined(const std::vector<std::string>& words) {
-    std::string text;
-    for (const auto& word : words)
-        text.append(text.empty() ? "" : " ").append(word);
-    return text;
-}
 
 /// An argument whose place tells what it is.
 CLI::Option* addPositional(CLI::App& command, std::string& value, const std::string& name,
@@ -187,7 +181,7 @@ int CommandLine::run(int argc, const char* const* argv) {
         app.parse(hideFromParser({argv + 1, argv + argc}));
         refuseMixtures();
         if (errand) return errand();
-        call.command = joined(commandWords);
+        call.command = joined(commandWords, " ");
         if (!commandWords.empty()) return call.send();
         std::cerr << app.help();
         return asNumber(ExitStatus::usage);
@@ -208,7 +202,8 @@ void CommandLine::refuseMixtures() const {
     if (!errand) return;
     const auto name = app.get_subcommands().front()->get_name();
     if (!commandWords.empty())
-        throw std::invalid_argument("one thing at a time: " + joined(commandWords) + " or " + name);
+        throw std::invalid_argument("one thing at a time: " + joined(commandWords, " ") + " or " +
+                                    name);
     if (call.policies.wait) throw std::invalid_argument(name + " takes no --wait");
     if (name == "run") return;
     if (call.policies.confirm) throw std::invalid_argument(name + " takes no --confirm");

@@ -1,7 +1,6 @@
 #include "orxctl/CommandList.h"
 
 #include <algorithm>
-#include <cctype>
 #include <fnmatch.h>
 #include <string_view>
 #include <vector>
@@ -9,6 +8,7 @@
 #include "commands/Vocabulary.h"
 #include "orxctl/CommandTexts.h"
 #include "orxdef/TextTable.h"
+#include "orxdef/Wording.h"
 
 namespace orx::orxctl {
 namespace {
@@ -20,8 +20,7 @@ orxdef::Row rowOf(const CommandText& text) {
 
 bool holds(const std::string& text, const std::string& pattern) {
     const auto isSame = [](char left, char right) {
-        return std::tolower(static_cast<unsigned char>(left)) ==
-               std::tolower(static_cast<unsigned char>(right));
+        return orxdef::upper(left) == orxdef::upper(right);
     };
     return std::search(text.begin(), text.end(), pattern.begin(), pattern.end(), isSame) !=
            text.end();

@@ -4,6 +4,7 @@
 #include <sstream>
 
 #include "orxctl/CommandTexts.h"
+#include "orxctl/Wording.h"
 
 namespace orx::orxctl {
 namespace {
@@ -24,13 +25,6 @@ std::string inQuotes(std::string_view text) {
     for (const char character : text)
         result += character == '\'' ? std::string(R"('\'')") : std::string(1, character);
     return result + "'";
-}
-
-std::string joined(const std::vector<std::string>& words, std::string_view between) {
-    std::string text;
-    for (const auto& word : words)
-        text.append(text.empty() ? "" : between).append(word);
-    return text;
 }
 
 std::vector<std::string> keywordList() {

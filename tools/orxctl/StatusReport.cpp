@@ -6,6 +6,7 @@
 
 #include "core/Text.h"
 #include "orxdef/TextTable.h"
+#include "orxdef/Wording.h"
 
 namespace orx::orxctl {
 namespace {
@@ -28,9 +29,7 @@ std::vector<std::string> axisNames(const std::vector<Outcome>& outcomes) {
 Row heading(const std::vector<std::string>& axes) {
     Row row{"DAEMON", "STATE"};
     for (auto name : axes) {
-        std::ranges::transform(name, name.begin(), [](char letter) {
-            return letter >= 'a' && letter <= 'z' ? static_cast<char>(letter - 'a' + 'A') : letter;
-        });
+        std::ranges::transform(name, name.begin(), orxdef::upper);
         row.push_back(escapeBytes(name));
     }
     row.emplace_back("FLAGS");

@@ -19,4 +19,11 @@ std::string millisecondsText(double milliseconds) {
     return text.str();
 }
 
+std::string joined(const std::vector<std::string>& words, std::string_view between) {
+    std::string text;
+    for (const auto& word : words)
+        text.append(text.empty() ? "" : between).append(word);
+    return text;
+}
+
 }  // namespace orx::orxctl

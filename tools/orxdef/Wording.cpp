@@ -13,10 +13,6 @@
 namespace orx::orxdef {
 namespace {
 
-char upper(char letter) {
-    return letter >= 'a' && letter <= 'z' ? static_cast<char>(letter - 'a' + 'A') : letter;
-}
-
 /// How many characters must be put in, left out or exchanged to turn one text into the other.
 std::size_t editDistance(std::string_view from, std::string_view to) {
     std::vector<std::size_t> row(to.size() + 1);
@@ -33,6 +29,10 @@ std::size_t editDistance(std::string_view from, std::string_view to) {
 }
 
 }  // namespace
+
+char upper(char letter) noexcept {
+    return letter >= 'a' && letter <= 'z' ? static_cast<char>(letter - 'a' + 'A') : letter;
+}
 
 std::string quoted(std::string_view text) {
     return '"' + escapeBytes(text) + '"';

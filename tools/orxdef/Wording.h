@@ -10,6 +10,9 @@
 
 namespace orx::orxdef {
 
+/// The capital of an ASCII letter; any other byte as it is.
+[[nodiscard]] char upper(char letter) noexcept;
+
 /// `text` in double quotes on one line: what is not printable ASCII shows as \xNN.
 [[nodiscard]] std::string quoted(std::string_view text);
 
