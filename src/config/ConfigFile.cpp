@@ -4,6 +4,7 @@
 #include <stdexcept>
 #include <utility>
 
+#include "config/FileReplacement.h"
 #include "core/Console.h"
 #include "core/Text.h"
 
@@ -43,11 +44,10 @@ void ConfigFile::reload() {
 }
 
 void ConfigFile::save() {
-    std::ofstream file(fileName, std::ios::trunc);
-    if (!file.is_open()) throw std::runtime_error("could not write to file: " + fileName);
+    std::string text;
     for (const auto& [key, value] : entries)
-        file << key << " = " << value << std::endl;
-    file << '\n';
+        text.append(key).append(" = ").append(value).append("\n");
+    FileReplacement(fileName).replaceWith(text.append("\n"));
 }
 
 void ConfigFile::dump() const {

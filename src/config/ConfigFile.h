@@ -49,8 +49,9 @@ class ConfigFile {
     virtual void reload();
 
     /// Rewrites the file from the store: "key = value" lines in ascending byte order of the keys,
-    /// then an empty line. Comments and the former order are lost. Throws `std::runtime_error`
-    /// "could not write to file: FILE" where it cannot be opened; it is then untouched.
+    /// then an empty line. Comments and the former order are lost. A power cut leaves the old file
+    /// or the new one, see `FileReplacement`. Throws `std::runtime_error` "could not write to
+    /// file: FILE" where it cannot be opened for writing; it is then untouched.
     virtual void save();
 
     /// Prints every entry to standard output as "[config] key = value".
