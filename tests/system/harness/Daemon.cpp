@@ -1,14 +1,23 @@
 #include "system/harness/Daemon.h"
 
+#include <cstdlib>
 #include <filesystem>
+#include <iterator>
 #include <regex>
 #include <sstream>
 
 namespace orx::test {
 namespace {
 
+std::vector<std::string> daemonCommand() {
+    const char* chosen = std::getenv("ORX_TEST_DAEMON");
+    if (chosen == nullptr) return {ORX_EXECUTABLE};
+    std::istringstream words(chosen);
+    return {std::istream_iterator<std::string>(words), {}};
+}
+
 ChildStart startOf(const std::string& prefix, const Launch& launch) {
-    ChildStart start{.command = {ORX_EXECUTABLE},
+    ChildStart start{.command = daemonCommand(),
                      .environment = {"ORX_TEST_PREFIX=" + prefix},
                      .sessionLeader = launch.sessionLeader,
                      .closedDescriptors = launch.closedDescriptors};

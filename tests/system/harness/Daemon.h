@@ -1,5 +1,8 @@
 // A running daemon: the real executable in a process of its own. What it writes to standard output
 // is its console; standard error must stay empty, unless a test says that text is expected there.
+//
+// ORX_TEST_DAEMON in the environment is the command to start instead, words between blanks: another
+// build, or a checker and the daemon in it. What a checker has to say belongs in a file.
 #pragma once
 
 #include <string>

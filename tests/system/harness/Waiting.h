@@ -7,10 +7,11 @@
 
 namespace orx::test {
 
-inline constexpr std::chrono::seconds patience{60};
+/// A minute, or the seconds in ORX_TEST_PATIENCE: a daemon in a wrapper can be very slow.
+extern const std::chrono::seconds patience;
 
 /// Patience as poll counts it.
-inline constexpr int patienceMs = std::chrono::milliseconds(patience).count();
+extern const int patienceMs;
 
 /// Asks `condition` until it holds. Throws, with what `describe` gives in the end, when patience is
 /// at its end.
