@@ -1,0 +1,130 @@
+"""Measures how many small mistakes the unit tests notice.
+
+Makes one small change after the other in the files of src/commands, src/projector and src/lens,
+each in a copy of the tree, builds the copy and runs its unit tests. A change is noticed when a test
+fails or does not end; one that does not compile does not count. Prints the share of the changes
+that are noticed, and those that no test notices. Ends with status 1 where the share is below the
+one demanded, with 2 where it cannot be measured.
+"""
+import argparse
+import json
+import os
+import random
+import signal
+import sys
+from collections import Counter
+from dataclasses import dataclass
+from pathlib import Path
+
+from places import Mutation, mutations_of
+from trial import Trial
+from workbench import FOLDERS, Outcome
+
+ROOT = Path(__file__).resolve().parents[2]
+DEMANDED_PERCENT = 90.0
+
+
+@dataclass(frozen=True)
+class Share:
+    """How many of the changes that compile are noticed."""
+    noticed: int
+    counted: int
+
+    @staticmethod
+    def of(outcomes: list[Outcome]) -> "Share":
+        """The share in a list of outcomes."""
+        count = Counter(outcomes)
+        noticed = count[Outcome.FAILED] + count[Outcome.HUNG]
+        return Share(noticed, noticed + count[Outcome.SURVIVED])
+
+    def percent(self) -> float:
+        """Nothing to notice is nothing missed."""
+        return 100 * self.noticed / self.counted if self.counted else 100.0
+
+    def __str__(self) -> str:
+        return f"{self.noticed} of {self.counted} changes noticed, {self.percent():.1f} %"
+
+
+def parse_options() -> argparse.Namespace:
+    """What the user asks for."""
+    parser = argparse.ArgumentParser(prog="scripts/mutate", description=__doc__,
+                                     formatter_class=argparse.RawDescriptionHelpFormatter)
+    parser.add_argument("--only", action="append", metavar="FILE",
+                        help="change this file alone, such as src/lens/LensControl.cpp; "
+                             "may be given several times")
+    parser.add_argument("--sample", type=int, metavar="N", help="try N changes chosen at random")
+    parser.add_argument("--seed", type=int, default=1, metavar="S",
+                        help="chooses another sample (default: 1)")
+    parser.add_argument("--workers", type=int, default=len(os.sched_getaffinity(0)), metavar="N",
+                        help="changes tried at a time (default: the number of processors)")
+    parser.add_argument("--json", action="store_true", help="print every change and its outcome")
+    return parser.parse_args()
+
+
+def files_to_change(only: list[str] | None) -> list[str]:
+    """The files that the user names, or all of the folders, in a fixed order."""
+    files = [str(path.relative_to(ROOT)) for folder in FOLDERS
+             for path in sorted((ROOT / "src" / folder).iterdir())]
+    if only is None:
+        return files
+    unknown = [file for file in only if file not in files]
+    if unknown:
+        raise RuntimeError(f"not a file of {', '.join(FOLDERS)}: {', '.join(unknown)}")
+    return [file for file in files if file in only]
+
+
+def chosen_mutations(options: argparse.Namespace) -> list[Mutation]:
+    """The changes to try, in the order of folder, file and line."""
+    mutations = [mutation for file in files_to_change(options.only)
+                 for mutation in mutations_of(ROOT, file)]
+    if options.sample is None or options.sample >= len(mutations):
+        return mutations
+    picked = random.Random(options.seed).sample(range(len(mutations)), options.sample)
+    return [mutations[number] for number in sorted(picked)]
+
+
+def report(mutations: list[Mutation], outcomes: dict[Mutation, Outcome]) -> None:
+    """The survivors, then the shares, for a person."""
+    for mutation in mutations:
+        if outcomes[mutation] is Outcome.SURVIVED:
+            print(f"{mutation.file}:{mutation.line}: {mutation.change}")
+    for folder in FOLDERS:
+        inside = [outcomes[mutation] for mutation in mutations
+                  if mutation.file.startswith(f"src/{folder}/")]
+        if inside:
+            print(f"{folder + ':':<11}{Share.of(inside)}")
+    count = Counter(outcomes.values())
+    print(f"{'in all:':<11}{Share.of(list(outcomes.values()))} "
+          f"({count[Outcome.HUNG]} by a test that does not end; "
+          f"{count[Outcome.NOT_COMPILED]} more do not compile)")
+
+
+def report_json(mutations: list[Mutation], outcomes: dict[Mutation, Outcome]) -> None:
+    """Every change with its outcome, for a program."""
+    rows = [{"file": mutation.file, "line": mutation.line, "change": mutation.change,
+             "outcome": outcomes[mutation].value} for mutation in mutations]
+    json.dump(rows, sys.stdout, indent=1)
+    print()
+
+
+def main() -> int:
+    """Runs what the user asks for; the exit status."""
+    options = parse_options()
+    mutations = chosen_mutations(options)
+    trial = Trial(ROOT, mutations, max(1, options.workers))
+    trial.execute()
+    (report_json if options.json else report)(mutations, trial.outcomes)
+    share = Share.of(list(trial.outcomes.values()))
+    return 0 if share.percent() >= DEMANDED_PERCENT else 1
+
+
+if __name__ == "__main__":
+    # A closing terminal or a supervisor ends the run as cleanly as Ctrl-C.
+    signal.signal(signal.SIGTERM, signal.default_int_handler)
+    try:
+        sys.exit(main())
+    except KeyboardInterrupt:
+        sys.exit(130)
+    except RuntimeError as error:
+        print(f"mutate: {error}", file=sys.stderr)
+        sys.exit(2)
