@@ -10,7 +10,6 @@ import argparse
 import json
 import os
 import random
-import signal
 import sys
 from collections import Counter
 from dataclasses import dataclass
@@ -87,7 +86,7 @@ def report(mutations: list[Mutation], outcomes: dict[Mutation, Outcome]) -> None
     """The survivors, then the shares, for a person."""
     for mutation in mutations:
         if outcomes[mutation] is Outcome.SURVIVED:
-            print(f"{mutation.file}:{mutation.line}: {mutation.change}")
+            print(mutation)
     for folder in FOLDERS:
         inside = [outcomes[mutation] for mutation in mutations
                   if mutation.file.startswith(f"src/{folder}/")]
@@ -119,8 +118,6 @@ def main() -> int:
 
 
 if __name__ == "__main__":
-    # A closing terminal or a supervisor ends the run as cleanly as Ctrl-C.
-    signal.signal(signal.SIGTERM, signal.default_int_handler)
     try:
         sys.exit(main())
     except KeyboardInterrupt:

@@ -36,6 +36,9 @@ class Mutation:
     replacement: str
     change: str
 
+    def __str__(self) -> str:
+        return f"{self.file}:{self.line}: {self.change}"
+
     def apply(self, text: bytes) -> bytes:
         """The text of the file with the change made."""
         return text[:self.start] + self.replacement.encode() + text[self.end:]

@@ -1,5 +1,6 @@
 """Tries a list of changes, on several copies of the tree at once."""
 import queue
+import signal
 import sys
 import threading
 from pathlib import Path
@@ -15,6 +16,7 @@ class Trial:
         self.total = len(mutations)
         self.outcomes: dict[Mutation, Outcome] = {}
         self.errors: list[Exception] = []
+        self.interrupted = False
         self.waiting: queue.SimpleQueue[Mutation] = queue.SimpleQueue()
         for mutation in mutations:
             self.waiting.put(mutation)
@@ -24,22 +26,21 @@ class Trial:
     def execute(self) -> None:
         """Returns when all have been tried; throws what went wrong on a workbench."""
         threads = [threading.Thread(target=self.work, args=(bench,)) for bench in self.benches]
+        # An exception that a signal throws would leave the threads alone in the middle of a change.
+        for number in (signal.SIGINT, signal.SIGTERM):
+            signal.signal(number, lambda *_: self.interrupt())
         for thread in threads:
             thread.start()
-        try:
-            for thread in threads:
-                thread.join()
-        except BaseException:
-            self.interrupt()
-            raise
-        finally:
-            for thread in threads:
-                thread.join()
+        for thread in threads:
+            thread.join()
         if self.errors:
             raise self.errors[0]
+        if self.interrupted:
+            raise KeyboardInterrupt
 
     def interrupt(self) -> None:
         """Ends the work on all workbenches."""
+        self.interrupted = True
         for bench in self.benches:
             bench.interrupt()
 
@@ -49,8 +50,7 @@ class Trial:
             bench.prepare()
             while True:
                 mutation = self.waiting.get_nowait()
-                self.outcomes[mutation] = bench.judge(mutation)
-                self.show_progress()
+                self.note(mutation, bench.judge(mutation))
         except (queue.Empty, Interrupted):
             pass
         except Exception as error:  # shown by the main thread; the other workers have to end, too
@@ -59,9 +59,9 @@ class Trial:
         finally:
             bench.restore()
 
-    def show_progress(self) -> None:
-        """One line that is written over and over, for a person who waits."""
-        if sys.stderr.isatty() or len(self.outcomes) % 50 == 0:
-            survivors = sum(outcome is Outcome.SURVIVED for outcome in self.outcomes.values())
-            print(f"\r{len(self.outcomes)} of {self.total} tried, {survivors} not noticed",
-                  end="" if sys.stderr.isatty() else "\n", file=sys.stderr, flush=True)
+    def note(self, mutation: Mutation, outcome: Outcome) -> None:
+        """Keeps an outcome; shows a person who waits what nobody notices, and how far it is."""
+        self.outcomes[mutation] = outcome
+        if outcome is Outcome.SURVIVED:
+            print(f"\rnot noticed: {mutation}", file=sys.stderr)
+        print(f"\r{len(self.outcomes)} of {self.total} tried", end="", file=sys.stderr, flush=True)
