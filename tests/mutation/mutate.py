@@ -30,7 +30,7 @@ class Share:
     counted: int
 
     @staticmethod
-    def of(outcomes: list[Outcome]) -> "Share":
+    def among(outcomes: list[Outcome]) -> "Share":
         """The share in a list of outcomes."""
         count = Counter(outcomes)
         noticed = count[Outcome.FAILED] + count[Outcome.HUNG]
@@ -91,9 +91,9 @@ def report(mutations: list[Mutation], outcomes: dict[Mutation, Outcome]) -> None
         inside = [outcomes[mutation] for mutation in mutations
                   if mutation.file.startswith(f"src/{folder}/")]
         if inside:
-            print(f"{folder + ':':<11}{Share.of(inside)}")
+            print(f"{folder + ':':<11}{Share.among(inside)}")
     count = Counter(outcomes.values())
-    print(f"{'in all:':<11}{Share.of(list(outcomes.values()))} "
+    print(f"{'in all:':<11}{Share.among(list(outcomes.values()))} "
           f"({count[Outcome.HUNG]} by a test that does not end; "
           f"{count[Outcome.NOT_COMPILED]} more do not compile)")
 
@@ -113,7 +113,7 @@ def main() -> int:
     trial = Trial(ROOT, mutations, max(1, options.workers))
     trial.execute()
     (report_json if options.json else report)(mutations, trial.outcomes)
-    share = Share.of(list(trial.outcomes.values()))
+    share = Share.among(list(trial.outcomes.values()))
     return 0 if share.percent() >= DEMANDED_PERCENT else 1
 
 

@@ -89,7 +89,7 @@ class MutationFinder:
         if cursor.kind == CursorKind.UNARY_OPERATOR:
             self.change_unary(cursor)
             return
-        children = sorted(cursor.get_children(), key=lambda child: child.extent.start.offset)
+        children = sorted(cursor.get_children(), key=offset_of)
         if not 2 <= len(children) <= 3:
             return
         start, end = children[0].extent.end.offset, children[-1].extent.start.offset
@@ -128,8 +128,9 @@ class MutationFinder:
             self.negate(condition)
 
     def has_operator(self, condition: Cursor) -> bool:
-        """Whether a node is, below what the compiler adds by itself, an operation of its own."""
-        return re.search(r"[!=<>]=|[!<>]|&&|\|\|", self.source(condition)) is not None
+        """Whether an expression has a comparison, a negation, an "and" or an "or" to change."""
+        text = self.source(condition).replace("->", ".")
+        return re.search(r"[!=<>]=|[!<>]|&&|\|\|", text) is not None
 
     def negate(self, cursor: Cursor) -> None:
         """Turns the truth of an expression."""
@@ -154,6 +155,11 @@ class MutationFinder:
         elif text not in ALREADY_EMPTY:
             self.add(value.extent.start.offset, value.extent.end.offset, "{}",
                      f"`{shortened(self.source(statement))}` returns nothing")
+
+
+def offset_of(cursor: Cursor) -> int:
+    """Where a node begins."""
+    return int(cursor.extent.start.offset)
 
 
 def require_no_error(unit: TranslationUnit) -> None:
@@ -210,7 +216,7 @@ def is_droppable(statement: Cursor) -> bool:
         return True
     if statement.kind == CursorKind.RETURN_STMT:
         return not list(statement.get_children())
-    return statement.kind.is_expression()
+    return bool(statement.kind.is_expression())
 
 
 def shortened(text: str) -> str:

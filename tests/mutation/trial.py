@@ -1,12 +1,14 @@
 """Tries a list of changes, on several copies of the tree at once."""
 import queue
 import signal
+import subprocess
 import sys
 import threading
 from pathlib import Path
 
 from places import Mutation
-from workbench import Interrupted, Outcome, Workbench
+from programs import Interrupted
+from workbench import Outcome, Workbench
 
 
 class Trial:
@@ -53,8 +55,8 @@ class Trial:
                 self.note(mutation, bench.judge(mutation))
         except (queue.Empty, Interrupted):
             pass
-        except Exception as error:  # shown by the main thread; the other workers have to end, too
-            self.errors.append(error)
+        except (OSError, RuntimeError, subprocess.SubprocessError) as error:
+            self.errors.append(error)  # thrown by the main thread when the others have ended, too
             self.interrupt()
         finally:
             bench.restore()

@@ -3,16 +3,14 @@
 The copy stays from run to run, so that only the first run builds everything. It is made equal to
 the tree again before each run, whatever an interrupted one has left in it.
 """
-import os
-import resource
 import shutil
-import signal
 import subprocess
 import time
 from enum import Enum
 from pathlib import Path
 
 from places import Mutation
+from programs import Programs
 
 FOLDERS = ("commands", "projector", "lens")
 LOOKED_AT_FIRST = {"commands": FOLDERS,
@@ -26,9 +24,6 @@ TEST_OPTIONS = ["--gtest_fail_fast", "--gtest_brief=1", "--gtest_color=no"]
 FIRST_BUILD_LIMIT_S = 7200.0
 BUILD_LIMIT_S = 600.0
 FIRST_RUN_LIMIT_S = 300.0
-# A changed loop may be one without end that takes all the memory there is, or all of the disk.
-MEMORY_LIMIT = 4 << 30
-FILE_LIMIT = 64 << 20
 
 
 class Outcome(Enum):
@@ -39,10 +34,6 @@ class Outcome(Enum):
     SURVIVED = "no test notices"
 
 
-class Interrupted(Exception):
-    """The run is to end, or a program was ended because of it."""
-
-
 class Workbench:
     """One copy of the tree. Used by one thread; only `interrupt` may be called by another."""
 
@@ -50,10 +41,8 @@ class Workbench:
         self.root = root
         self.tree = place / "tree"
         self.build = place / "build"
-        self.temporary = place / "tmp"
+        self.programs = Programs(place)
         self.limits: dict[str, float] = {}
-        self.running: subprocess.Popen[bytes] | None = None
-        self.interrupted = False
         self.changed: str | None = None
         self.original = b""
 
@@ -95,9 +84,7 @@ class Workbench:
 
     def interrupt(self) -> None:
         """Ends what runs, and lets nothing else begin."""
-        self.interrupted = True
-        if self.running is not None:
-            end_group(self.running)
+        self.programs.interrupt()
 
     def copy_tree(self) -> None:
         """Makes the copy equal to the tree; a file that is equal keeps its time, and its object."""
@@ -115,67 +102,20 @@ class Workbench:
     def compiles(self, folder: str) -> bool:
         """Builds the tests of one folder."""
         command = ["ninja", "-C", str(self.build), "-j1", f"unit_{folder}"]
-        return self.run(command, BUILD_LIMIT_S) == 0
+        return self.programs.run(command, BUILD_LIMIT_S) == 0
 
     def test(self, folder: str, limit_s: float) -> Outcome:
         """Runs the tests of one folder up to the first that fails."""
         program = str(self.build / "tests" / f"unit_{folder}")
-        status = self.run([program, *TEST_OPTIONS], limit_s)
+        status = self.programs.run([program, *TEST_OPTIONS], limit_s)
         if status is None:
             return Outcome.HUNG
         return Outcome.SURVIVED if status == 0 else Outcome.FAILED
 
     def require(self, command: list[str], complaint: str) -> None:
         """Runs a program that must succeed."""
-        if self.run(command, FIRST_BUILD_LIMIT_S) != 0:
-            output = self.output().read_text(errors="replace")
-            raise RuntimeError(f"{complaint}:\n{output[-4000:]}")
-
-    def output(self) -> Path:
-        """What the last program wrote."""
-        return self.build.parent / "output.txt"
-
-    def run(self, command: list[str], limit_s: float) -> int | None:
-        """The exit status of a program, or nothing where it has to be ended after its time."""
-        if self.interrupted:
-            raise Interrupted
-        shutil.rmtree(self.temporary, ignore_errors=True)
-        self.temporary.mkdir(parents=True)
-        with self.output().open("wb") as output:
-            # A group of its own: Ctrl-C reaches this program alone, which then ends the others.
-            self.running = subprocess.Popen(command, stdin=subprocess.DEVNULL, stdout=output,
-                                            stderr=output, start_new_session=True,
-                                            env=os.environ | {"TMPDIR": str(self.temporary)})
-            limit_resources(self.running)
-            if self.interrupted:
-                end_group(self.running)  # interrupted while it started
-            try:
-                status: int | None = self.running.wait(limit_s)
-            except subprocess.TimeoutExpired:
-                status = None
-            end_group(self.running)
-        if self.interrupted:
-            raise Interrupted
-        return status
-
-
-def limit_resources(process: subprocess.Popen[bytes]) -> None:
-    """Keeps a program that has gone wild from taking the machine with it."""
-    try:
-        resource.prlimit(process.pid, resource.RLIMIT_AS, (MEMORY_LIMIT, MEMORY_LIMIT))
-        resource.prlimit(process.pid, resource.RLIMIT_FSIZE, (FILE_LIMIT, FILE_LIMIT))
-        resource.prlimit(process.pid, resource.RLIMIT_CORE, (0, 0))
-    except ProcessLookupError:
-        pass  # it has ended already
-
-
-def end_group(process: subprocess.Popen[bytes]) -> None:
-    """Ends a program with all that it has started."""
-    try:
-        os.killpg(process.pid, signal.SIGKILL)
-    except ProcessLookupError:
-        pass
-    process.wait()
+        if self.programs.run(command, FIRST_BUILD_LIMIT_S) != 0:
+            raise RuntimeError(f"{complaint}:\n{self.programs.output()}")
 
 
 def copy_if_different(source: Path, destination: Path) -> None:
