@@ -7,13 +7,16 @@ that are noticed, and those that no test notices. Ends with status 1 where the s
 one demanded, with 2 where it cannot be measured.
 """
 import argparse
+import fcntl
 import json
 import os
 import random
 import sys
 from collections import Counter
+from contextlib import contextmanager
 from dataclasses import dataclass
 from pathlib import Path
+from typing import Iterator
 
 from places import Mutation, mutations_of
 from trial import Trial
@@ -106,12 +109,26 @@ def report_json(mutations: list[Mutation], outcomes: dict[Mutation, Outcome]) ->
     print()
 
 
+@contextmanager
+def alone() -> Iterator[None]:
+    """Lets no second run have the copies of the tree; the lock ends with the process."""
+    place = ROOT / "build" / "mutate"
+    place.mkdir(parents=True, exist_ok=True)
+    with (place / "lock").open("w") as lock:
+        try:
+            fcntl.flock(lock, fcntl.LOCK_EX | fcntl.LOCK_NB)
+        except BlockingIOError as taken:
+            raise RuntimeError("another run is under way") from taken
+        yield
+
+
 def main() -> int:
     """Runs what the user asks for; the exit status."""
     options = parse_options()
     mutations = chosen_mutations(options)
     trial = Trial(ROOT, mutations, max(1, options.workers))
-    trial.execute()
+    with alone():
+        trial.execute()
     (report_json if options.json else report)(mutations, trial.outcomes)
     share = Share.among(list(trial.outcomes.values()))
     return 0 if share.percent() >= DEMANDED_PERCENT else 1

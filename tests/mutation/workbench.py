@@ -59,7 +59,7 @@ class Workbench:
             if self.test(folder, FIRST_RUN_LIMIT_S) != Outcome.SURVIVED:
                 raise RuntimeError(f"the tests of {folder} fail without any change")
             # What hangs counts as noticed, so a machine that is busy must not look like a hang.
-            self.limits[folder] = 15 + 10 * (time.monotonic() - begin)
+            self.limits[folder] = 10 + 5 * (time.monotonic() - begin)
 
     def judge(self, mutation: Mutation) -> Outcome:
         """Makes the change and runs the tests of its folder, then those of the other folders."""
