@@ -22,7 +22,9 @@ std::string source(const sockaddr_in& address) {
 
 ControlChannelListener::ControlChannelListener(const std::string& interface,
                                                std::shared_ptr<CommandQueue> queue)
-    : Listener(interface), commandQueue(std::move(queue)) {}
+    : Listener(interface),
+      channelTag("[CTRLCHAN|#" + std::to_string(socketFd()) + "] "),
+      commandQueue(std::move(queue)) {}
 
 ControlChannelListener::~ControlChannelListener() {
     close();
@@ -33,42 +35,40 @@ void ControlChannelListener::setCommandQueue(std::shared_ptr<CommandQueue> queue
 }
 
 void ControlChannelListener::run() {
-    const std::string channelTag = "[CTRLCHAN|#" + std::to_string(socketFd()) + "] ";
     printLine(channelTag + "start, waiting for commands");
     std::array<char, maxDatagramSize> buffer{};
     sockaddr_in sender{};
     while (running) {
         const auto text = receive(buffer, sender);
         if (!text) break;
-        handleDatagram(*text, {sender, channelTag});
+        handleDatagram(*text, sender);
     }
     printLine(channelTag + "stop.");
 }
 
-void ControlChannelListener::handleDatagram(std::string_view text, const Origin& origin) {
+void ControlChannelListener::handleDatagram(std::string_view text, const sockaddr_in& sender) {
     while (running && !text.empty()) {
         const auto lineFeed = text.find('\n');
-        handleLine(std::string(text.substr(0, lineFeed)), origin);
+        handleLine(std::string(text.substr(0, lineFeed)), sender);
         text.remove_prefix(lineFeed == std::string_view::npos ? text.size() : lineFeed + 1);
     }
 }
 
-void ControlChannelListener::handleLine(const std::string& line, const Origin& origin) {
+void ControlChannelListener::handleLine(const std::string& line, const sockaddr_in& sender) {
     const auto command = std::make_shared<const Command>(line);
     if (!command->isValid()) {
-        log(source(origin.address) + " unknown command (\"" + line + "\")", Echo::yes,
-            origin.channelTag);
+        log(source(sender) + " unknown command (\"" + line + "\")", Echo::yes, channelTag);
     } else if (command->is(CMD_STATUS)) {
-        reply(origin.address, Status::statusReply());
+        reply(sender, Status::statusReply());
     } else if (command->is(CMD_CLEAR_FLAGS)) {
         Status::clearFlags();
     } else {
-        enqueue(command, origin);
+        enqueue(command, sender);
     }
 }
 
-void ControlChannelListener::enqueue(const CommandPtr& command, const Origin& origin) {
-    log(source(origin.address) + " cmd=" + command->text(true), Echo::yes);
+void ControlChannelListener::enqueue(const CommandPtr& command, const sockaddr_in& sender) {
+    log(source(sender) + " cmd=" + command->text(true), Echo::yes);
     commandQueue->push(command);
     if (command->is(CMD_QUIT) || command->is(CMD_RESTART)) running = false;
 }

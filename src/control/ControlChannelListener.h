@@ -32,20 +32,19 @@ class ControlChannelListener : public Listener, public Thread {
     /// The receive loop.
     void run() override;
 
+    /// What the loop does with each datagram: carries out the lines of `text`, up to a QUIT or
+    /// RESTART, behind which nothing is taken any more. For the receiving thread, or for whoever
+    /// stands in for it while no thread runs.
+    void handleDatagram(std::string_view text, const sockaddr_in& sender);
+
   protected:
     void waitForReceiver() override { waitUntilStopped(); }
 
   private:
-    /// Where a line came from.
-    struct Origin {
-        const sockaddr_in& address;
-        const std::string& channelTag;
-    };
+    void handleLine(const std::string& line, const sockaddr_in& sender);
+    void enqueue(const CommandPtr& command, const sockaddr_in& sender);
 
-    void handleDatagram(std::string_view text, const Origin& origin);
-    void handleLine(const std::string& line, const Origin& origin);
-    void enqueue(const CommandPtr& command, const Origin& origin);
-
+    const std::string channelTag;  ///< begins the lines on standard output
     std::shared_ptr<CommandQueue> commandQueue;
     std::atomic<bool> running = true;
 };

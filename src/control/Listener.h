@@ -37,7 +37,7 @@ class Listener {
                                                           sockaddr_in& sender);
 
     /// Sends `text` as one datagram; a failure is ignored. For the receiving thread.
-    void reply(const sockaddr_in& address, std::string_view text) const;
+    virtual void reply(const sockaddr_in& address, std::string_view text) const;
 
     /// The IPv4 address of `address` as a dotted quad, without the port.
     [[nodiscard]] static std::string peerAddress(const sockaddr_in& address);

@@ -92,7 +92,7 @@ class ReferenceEncoding {
         for (int place = 0; place < decimals; ++place)
             scale *= 10;
         const double units = std::strtod(argument.c_str(), nullptr) * scale;
-        const bool fits = units > -9.3e18 && units < 9.2e18;
+        const bool fits = units >= -0x1p63 && units < 0x1p63;
         const auto nearest = fits ? std::llround(units) : std::numeric_limits<std::int64_t>::min();
         const double value = bounded(static_cast<double>(nearest) / scale, descriptor.min / scale,
                                      descriptor.max / scale);
