@@ -1,8 +1,9 @@
 // Any bytes as a datagram of the control channel, all the way: listener, queue, projector control,
-// encoder, a line in memory. Every line must be answered, logged or queued as its command says; every
-// queued command must be carried out in order and send exactly its bytes; and between two commands
-// the lens must come to rest with a status that the client understands.
+// encoder, a line in memory. Every line must be answered, logged or queued as its command says;
+// every queued command must be carried out in order and send exactly its bytes; and between two
+// commands the lens must come to rest with a status that the client understands.
 #include <algorithm>
+#include <arpa/inet.h>
 #include <array>
 #include <cstdint>
 #include <map>
@@ -12,8 +13,6 @@
 #include <string_view>
 #include <utility>
 #include <vector>
-
-#include <arpa/inet.h>
 
 #include "commands/CommandQueue.h"
 #include "commands/Vocabulary.h"
@@ -132,10 +131,10 @@ bool isOneOf(const Command& command, const auto& keywords) {
 /// Whether a lens axis acts on it; what is sent then depends on where the axis is.
 bool movesLens(const Command& command) {
     const auto ofAxis = [&command](const AxisCommands& axis) {
-        return isOneOf(command, std::array{axis.absCommand, axis.absStepsCommand,
-                                           axis.stepUpCommand, axis.stepDownCommand,
-                                           axis.calibrationStartCommand,
-                                           axis.calibrationEndCommand, axis.resetCommand});
+        return isOneOf(command,
+                       std::array{axis.absCommand, axis.absStepsCommand, axis.stepUpCommand,
+                                  axis.stepDownCommand, axis.calibrationStartCommand,
+                                  axis.calibrationEndCommand, axis.resetCommand});
     };
     return ofAxis(zoomCommands) || ofAxis(focusCommands) ||
            isOneOf(command, std::array{CMD_LENS_RESET, CMD_LOAD_MEMORY});
@@ -143,11 +142,10 @@ bool movesLens(const Command& command) {
 
 /// Whether it concerns nothing but the daemon.
 bool sendsNothing(const Command& command) {
-    return isOneOf(command,
-                   std::array{CMD_QUIT, CMD_RESTART, CMD_SET_DELAY, CMD_CLEAR_MEMORY,
-                              CMD_SAVE_MEMORY, zoomCommands.overrideCommand,
-                              focusCommands.overrideCommand, zoomCommands.setResetStepsCommand,
-                              focusCommands.setResetStepsCommand});
+    return isOneOf(
+        command, std::array{CMD_QUIT, CMD_RESTART, CMD_SET_DELAY, CMD_CLEAR_MEMORY, CMD_SAVE_MEMORY,
+                            zoomCommands.overrideCommand, focusCommands.overrideCommand,
+                            zoomCommands.setResetStepsCommand, focusCommands.setResetStepsCommand});
 }
 
 Texts rawBytes(const Command& command) {
@@ -211,8 +209,9 @@ class WatchedControl final : public CommandExecutor {
 
   private:
     static const MainConfig& config() {
-        static const MainConfig settings(ConfigFile::Entries{
-            {"abszoom.resetsteps", "3"}, {"abszoom.lockinmode", "5"}, {"absfocus.reducemax", "9%"}});
+        static const MainConfig settings(ConfigFile::Entries{{"abszoom.resetsteps", "3"},
+                                                             {"abszoom.lockinmode", "5"},
+                                                             {"absfocus.reducemax", "9%"}});
         return settings;
     }
 
@@ -312,7 +311,9 @@ void carryOut(CommandQueue& queue, WatchedControl& control, Expected expected) {
 void check(std::string_view datagram) {
     static const RewrittenFile memory("var/lensmemory.cfg");
     static auto channel = std::make_unique<Channel>();
-    static const auto tag = [] { return "[CTRLCHAN|#" + std::to_string(channel->socketFd()) + "] "; };
+    static const auto tag = [] {
+        return "[CTRLCHAN|#" + std::to_string(channel->socketFd()) + "] ";
+    };
     memory.write("zoommax = 100\nfocusmax = 40\nmem = 1:10;20,2:30;90,\n");
     openLog("");
     Status::reset();

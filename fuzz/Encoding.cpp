@@ -1,5 +1,5 @@
-// A made-up model and a command with arguments: the bytes that the daemon sends must be those that a
-// slower encoder, which writes digit by digit, comes to. Where one of them ends in an error the
+// A made-up model and a command with arguments: the bytes that the daemon sends must be those that
+// a slower encoder, which writes digit by digit, comes to. Where one of them ends in an error the
 // other must end in the same.
 //
 // The input: keyword, checksum kind and number of descriptors in a byte each; the command string;

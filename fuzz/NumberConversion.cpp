@@ -67,9 +67,8 @@ std::string printedDecimal(double value, const ArgumentDescriptor& descriptor) {
     const double scale = std::pow(10.0, descriptor.len >> 4);
     const double units = std::round(value * scale) + 0.0;  // whole numbers have no negative zero
     const bool fits = units >= -0x1p63 && units < 0x1p63;
-    const double sent =
-        within(fits ? units / scale : -0x1p63 / scale, descriptor.min / scale,
-               descriptor.max / scale);
+    const double sent = within(fits ? units / scale : -0x1p63 / scale, descriptor.min / scale,
+                               descriptor.max / scale);
     const int decimals = descriptor.len >> 4;
     const int digits = descriptor.len & 0x0F;
     return digits != 0 ? printed("%+0*.*f", digits + decimals + 2, decimals, sent)
@@ -127,8 +126,8 @@ void checkMemorySlot(const std::string& text) {
         return expect(slot.value && !*slot.value, "a piece of the lens memory without marks");
     const std::array<Outcome<int>, 3> numbers{wholeNumber(text), wholeNumber(behind(text, ':')),
                                               wholeNumber(behind(text, ';'))};
-    const auto* const wrong = std::ranges::find_if(
-        numbers, [](const auto& number) { return !number.value.has_value(); });
+    const auto* const wrong =
+        std::ranges::find_if(numbers, [](const auto& number) { return !number.value.has_value(); });
     expectEqual(slot.error, wrong != numbers.end() ? wrong->error : "", "a lens memory slot");
     if (!slot.value) return;
     const auto& [number, position] = slot.value->value();

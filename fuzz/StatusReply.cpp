@@ -1,6 +1,6 @@
-// Any text as a status reply for the client, and any state as the daemon's: what the client takes it
-// must be able to say again and take alike, and every reply of the daemon it must take for exactly
-// what the daemon's state is.
+// Any text as a status reply for the client, and any state as the daemon's: what the client takes
+// it must be able to say again and take alike, and every reply of the daemon it must take for
+// exactly what the daemon's state is.
 //
 // The input: an even first byte, then the text of a reply; or an odd one, whose other bits are the
 // flags, then the axes: busy or not, form, position, end and target in 1, 1, 4, 4 and 4 bytes.

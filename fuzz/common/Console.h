@@ -1,5 +1,5 @@
-// Standard output of what is fuzzed, kept in memory: linked ahead of the library, it takes the place
-// of the real one. So millions of lines cost nothing, and a target can look at them.
+// Standard output of what is fuzzed, kept in memory: linked ahead of the library, it takes the
+// place of the real one. So millions of lines cost nothing, and a target can look at them.
 #pragma once
 
 #include <string>
