@@ -77,7 +77,7 @@ class Bench {
   public:
     Bench() {
         line.onWrite = [this](const std::string&) {
-            constexpr std::size_t enough = 400;
+            constexpr std::size_t enough = 80;
             if (++steps > enough) throw EnoughSteps();
         };
         model->setConnector(std::make_shared<SerialConnector>(
@@ -209,7 +209,7 @@ class WatchedControl final : public CommandExecutor {
 
   private:
     static const MainConfig& config() {
-        static const MainConfig settings(ConfigFile::Entries{{"abszoom.resetsteps", "3"},
+        static const MainConfig settings(ConfigFile::Entries{{"abszoom.resetsteps", "2"},
                                                              {"abszoom.lockinmode", "5"},
                                                              {"absfocus.reducemax", "9%"}});
         return settings;
@@ -314,7 +314,8 @@ void check(std::string_view datagram) {
     static const auto tag = [] {
         return "[CTRLCHAN|#" + std::to_string(channel->socketFd()) + "] ";
     };
-    memory.write("zoommax = 100\nfocusmax = 40\nmem = 1:10;20,2:30;90,\n");
+    // A short way for the lens: each of its steps is a command and a line of the log.
+    memory.write("zoommax = 9\nfocusmax = 7\nmem = 1:3;5,2:1;9,\n");
     openLog("");
     Status::reset();
     Status::setDumb(false);
