@@ -19,9 +19,8 @@ class ManyRestarts : public Story {
             place = daemon->waitForText("start, waiting for commands", place);
         daemon->waitForLine("[PROJCTRL] start");
         // No thread is on its way out yet, and no file is open for a moment.
-        threads = daemon->threadCount();
-        descriptors = daemon->descriptorCount();
-        ASSERT_GE(threads, std::size_t{mainQueueAndLens + channels});
+        atStart = daemon->holdings();
+        ASSERT_GE(atStart.threads, std::size_t{mainQueueAndLens + channels});
     }
     void configure(const std::string& projector, const std::string& more = "") const {
         installation.writeConfiguration(configuration(
@@ -33,27 +32,13 @@ class ManyRestarts : public Story {
         client.send("RESTART", controlPort + channel);
         daemon->waitForLine("[CMDQ] start", place);
     }
-    /// Waits until the daemon has as many threads and descriptors as after its start. A thread that
-    /// has done its work may take a moment to be gone.
-    void waitForCounts() const {
-        waitUntil(
-            [&] {
-                return daemon->threadCount() == threads && daemon->descriptorCount() == descriptors;
-            },
-            [&] {
-                return std::to_string(threads) + " threads and " + std::to_string(descriptors) +
-                       " descriptors, there are " + std::to_string(daemon->threadCount()) +
-                       " and " + std::to_string(daemon->descriptorCount());
-            });
-    }
 
-    std::size_t threads = 0;
-    std::size_t descriptors = 0;
+    Holdings atStart;
 };
 
 TEST_F(ManyRestarts, LeaveAsManyThreadsAndDescriptorsAsOne) {
     restartThrough(0);
-    waitForCounts();
+    daemon->waitForHoldings(atStart);
     for (int number = 1; number < 1000; ++number) {
         // A restart with a projector waits for the lens, so most do without.
         if (number % 20 == 1) configure("NONE");
@@ -63,7 +48,7 @@ TEST_F(ManyRestarts, LeaveAsManyThreadsAndDescriptorsAsOne) {
     }
     configure("MOTOR");
     restartThrough(0);
-    waitForCounts();
+    daemon->waitForHoldings(atStart);
     for (int channel = 0; channel < channels; ++channel)
         EXPECT_THAT(client.status(controlPort + channel), testing::StartsWith("IDLE; zoom:"));
     send("ON");
@@ -86,7 +71,7 @@ TEST_F(ManyRestarts, AreTakenAsFastAsTheyCome) {
             return status().starts_with("IDLE; zoom:");
         },
         [] { return std::string("a restart with a projector"); });
-    waitForCounts();
+    daemon->waitForHoldings(atStart);
     waitUntil(
         [&] {
             send("QUIT");

@@ -66,6 +66,11 @@ std::size_t ByteRecorder::size() {
     return recorded.size();
 }
 
+void ByteRecorder::forget(std::size_t count) {
+    const std::lock_guard lock(mutex);
+    recorded.erase(0, count);
+}
+
 void ByteRecorder::waitUntil(const Condition& condition, const std::string& what) const {
     std::unique_lock lock(mutex);
     changed.wait_for(lock, patience, [&] { return ended || condition(recorded); });

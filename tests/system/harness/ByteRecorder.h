@@ -28,6 +28,9 @@ class ByteRecorder {
 
     [[nodiscard]] std::size_t size();
 
+    /// Forgets the first `count` bytes; what counts places must begin anew.
+    void forget(std::size_t count);
+
     /// Waits until the bytes are as `condition` wants them. Throws, naming `what` and showing the
     /// bytes, when they end before or patience does.
     void waitUntil(const Condition& condition, const std::string& what) const;

@@ -1,10 +1,11 @@
 #include "system/harness/Daemon.h"
 
 #include <cstdlib>
-#include <filesystem>
 #include <iterator>
 #include <regex>
 #include <sstream>
+
+#include "system/harness/Waiting.h"
 
 namespace orx::test {
 namespace {
@@ -70,6 +71,15 @@ std::vector<std::string> Daemon::lines(std::size_t from) const {
     return complete;
 }
 
+std::vector<std::string> Daemon::takeLines() {
+    auto complete = lines();
+    std::size_t size = 0;
+    for (const auto& line : complete)
+        size += line.size() + 1;
+    process.output().forget(size);
+    return complete;
+}
+
 std::vector<std::string> Daemon::socketNumbers() const {
     std::vector<std::string> numbers;
     const std::regex created(R"(\[LISTENER\] created socket #(\d+) @ .*)");
@@ -80,20 +90,9 @@ std::vector<std::string> Daemon::socketNumbers() const {
     return numbers;
 }
 
-std::size_t Daemon::threadCount() const {
-    return countEntries("task");
-}
-
-std::size_t Daemon::descriptorCount() const {
-    return countEntries("fd");
-}
-
-std::size_t Daemon::countEntries(const std::string& folder) const {
-    const std::filesystem::path path = "/proc/" + std::to_string(process.id()) + "/" + folder;
-    std::size_t count = 0;
-    for ([[maybe_unused]] const auto& entry : std::filesystem::directory_iterator(path))
-        ++count;
-    return count;
+void Daemon::waitForHoldings(const Holdings& expected) const {
+    waitUntil([&] { return holdings() == expected; },
+              [&] { return expected.text() + "; there are " + holdings().text(); });
 }
 
 }  // namespace orx::test

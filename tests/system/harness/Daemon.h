@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "system/harness/ChildProcess.h"
+#include "system/harness/ProcessFigures.h"
 
 namespace orx::test {
 
@@ -38,6 +39,9 @@ class Daemon {
     /// The complete console lines up to now, from place `from` on.
     [[nodiscard]] std::vector<std::string> lines(std::size_t from = 0) const;
 
+    /// The complete console lines up to now, which are then forgotten: all places are void.
+    [[nodiscard]] std::vector<std::string> takeLines();
+
     /// The numbers of the sockets, in the order of their "created socket #" lines.
     [[nodiscard]] std::vector<std::string> socketNumbers() const;
 
@@ -56,12 +60,16 @@ class Daemon {
     /// Closes the reading end of standard output, as a terminal does that goes away.
     void closeConsole() { process.closeOutput(); }
 
-    [[nodiscard]] std::size_t threadCount() const;
-    [[nodiscard]] std::size_t descriptorCount() const;
+    [[nodiscard]] Holdings holdings() const { return holdingsOf(process.id()); }
+
+    /// Waits until the daemon has as many threads and descriptors as `expected` says. A thread that
+    /// has done its work may take a moment to be gone, and the log is open now and then.
+    void waitForHoldings(const Holdings& expected) const;
+
+    [[nodiscard]] long residentKilobytes() const { return test::residentKilobytes(process.id()); }
+    [[nodiscard]] std::vector<ThreadFigures> threads() const { return threadsOf(process.id()); }
 
   private:
-    [[nodiscard]] std::size_t countEntries(const std::string& folder) const;
-
     ChildProcess process;
 };
 

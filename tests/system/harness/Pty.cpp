@@ -96,10 +96,9 @@ void Pty::answer(int commands) const {
         send(std::string(bytesReadPerCommand, 'a'));
 }
 
-void Pty::flood() {
+void Pty::flood(const std::string& noise) {
     flooding = true;
-    flooder = std::thread([this] {
-        const std::string noise(bytesReadPerCommand, 'n');
+    flooder = std::thread([this, noise] {
         while (flooding) {
             if (::write(master.get(), noise.data(), noise.size()) < 0) std::this_thread::yield();
         }
@@ -109,6 +108,14 @@ void Pty::flood() {
 void Pty::stopFlood() {
     flooding = false;
     if (flooder.joinable()) flooder.join();
+}
+
+void Pty::hold() const {
+    if (::tcflow(slave.get(), TCOOFF) != 0) throw std::runtime_error("the line cannot be held");
+}
+
+void Pty::resume() const {
+    if (::tcflow(slave.get(), TCOON) != 0) throw std::runtime_error("the line cannot go on");
 }
 
 int Pty::waiting() const {

@@ -37,8 +37,12 @@ class Pty {
     /// a long reply timeout, each command waits for this.
     void answer(int commands) const;
 
-    /// Sends without end from now on.
-    void flood();
+    /// Sends `noise` without end from now on.
+    void flood(const std::string& noise);
+
+    /// Takes nothing more from the daemon until `resume`, as a projector does that stops the line.
+    void hold() const;
+    void resume() const;
 
     /// How many bytes wait on the line to be read by the daemon.
     [[nodiscard]] int waiting() const;

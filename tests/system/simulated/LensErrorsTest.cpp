@@ -10,10 +10,10 @@
 
 #include <gmock/gmock.h>
 
+#include "system/harness/SideBySide.h"
 #include "system/simulated/Bench.h"
 #include "system/simulated/LensErrors.h"
 #include "system/simulated/MeasuredTable.h"
-#include "system/simulated/SideBySide.h"
 
 namespace orx::test {
 namespace {

@@ -10,10 +10,10 @@
 
 #include <gmock/gmock.h>
 
+#include "system/harness/SideBySide.h"
 #include "system/simulated/LensSequence.h"
 #include "system/simulated/SequenceRun.h"
 #include "system/simulated/Shrink.h"
-#include "system/simulated/SideBySide.h"
 
 namespace orx::test {
 namespace {

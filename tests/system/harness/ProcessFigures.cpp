@@ -1,0 +1,76 @@
+#include "system/harness/ProcessFigures.h"
+
+#include <filesystem>
+#include <optional>
+#include <sstream>
+#include <stdexcept>
+
+#include "support/ProcessCounts.h"
+#include "support/TemporaryFolder.h"
+
+namespace orx::test {
+namespace {
+
+std::filesystem::path folderOf(pid_t process) {
+    return std::filesystem::path("/proc") / std::to_string(process);
+}
+
+/// The number behind "NAME:" in a status file; nothing where the file has none.
+std::optional<long> numberIn(const std::string& status, const std::string& name) {
+    const auto place = status.find("\n" + name + ":");
+    if (place == std::string::npos) return std::nullopt;
+    return std::stol(status.substr(place + name.size() + 2));
+}
+
+/// The fields behind the name, which may itself hold blanks and brackets.
+std::vector<std::string> statFields(const std::string& stat) {
+    std::istringstream text(stat.substr(stat.rfind(") ") + 2));
+    std::vector<std::string> fields;
+    for (std::string field; text >> field;)
+        fields.push_back(field);
+    return fields;
+}
+
+/// Nothing for a thread that ends meanwhile.
+std::optional<ThreadFigures> figuresOf(const std::filesystem::path& thread) {
+    constexpr std::size_t state = 0;
+    constexpr std::size_t userTime = 11;
+    constexpr std::size_t systemTime = 12;
+    const auto stat = contentOf(thread / "stat");
+    const auto pauses = numberIn(contentOf(thread / "status"), "voluntary_ctxt_switches");
+    if (stat.empty() || !pauses) return std::nullopt;
+    const auto fields = statFields(stat);
+    return ThreadFigures{
+        .id = std::stoi(thread.filename()),
+        .asleep = fields.at(state) == "S",
+        .cpuTime = std::stol(fields.at(userTime)) + std::stol(fields.at(systemTime)),
+        .pauses = *pauses};
+}
+
+}  // namespace
+
+std::vector<ThreadFigures> threadsOf(pid_t process) {
+    std::vector<ThreadFigures> threads;
+    for (const auto& entry : std::filesystem::directory_iterator(folderOf(process) / "task")) {
+        if (const auto figures = figuresOf(entry.path())) threads.push_back(*figures);
+    }
+    return threads;
+}
+
+long residentKilobytes(pid_t process) {
+    // Added up page by page; the figure in "status" may be some hundred kilobytes behind.
+    const auto resident = numberIn(contentOf(folderOf(process) / "smaps_rollup"), "Rss");
+    if (!resident) throw std::runtime_error("no figures of process " + std::to_string(process));
+    return *resident;
+}
+
+std::string Holdings::text() const {
+    return std::to_string(threads) + " threads and " + std::to_string(descriptors) + " descriptors";
+}
+
+Holdings holdingsOf(pid_t process) {
+    const auto folder = folderOf(process);
+    return {.threads = entriesOf(folder / "task"), .descriptors = entriesOf(folder / "fd")};
+}
+
+}  // namespace orx::test

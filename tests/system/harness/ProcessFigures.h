@@ -1,0 +1,41 @@
+// What a running process takes of the system, as the system itself counts it. Throws for a process
+// that has ended.
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <sys/types.h>
+#include <vector>
+
+namespace orx::test {
+
+struct ThreadFigures {
+    pid_t id = 0;
+    bool asleep = false;  ///< on a lock, in a read or a write, or waiting for another thread
+    long cpuTime = 0;     ///< in clock ticks, since its start
+    long pauses = 0;      ///< how often it has gone to sleep
+
+    bool operator==(const ThreadFigures&) const = default;
+};
+
+[[nodiscard]] std::vector<ThreadFigures> threadsOf(pid_t process);
+
+/// Whether the memory of a process says anything of what it has kept: a sanitizer keeps what has
+/// been given back.
+inline constexpr bool memoryIsTelling = ORX_SANITIZED == 0;
+
+/// How much of its memory is in the machine's, in kilobytes.
+[[nodiscard]] long residentKilobytes(pid_t process);
+
+/// What a process must not have more of the longer it runs.
+struct Holdings {
+    std::size_t threads = 0;
+    std::size_t descriptors = 0;
+
+    bool operator==(const Holdings&) const = default;
+    [[nodiscard]] std::string text() const;  ///< "4 threads and 7 descriptors"
+};
+
+[[nodiscard]] Holdings holdingsOf(pid_t process);
+
+}  // namespace orx::test
