@@ -22,6 +22,8 @@ ChildStart startOf(const std::string& prefix, const Launch& launch) {
                      .environment = {"ORX_TEST_PREFIX=" + prefix},
                      .sessionLeader = launch.sessionLeader,
                      .closedDescriptors = launch.closedDescriptors};
+    start.environment.insert(start.environment.end(), launch.environment.begin(),
+                             launch.environment.end());
     start.command.insert(start.command.end(), launch.arguments.begin(), launch.arguments.end());
     return start;
 }

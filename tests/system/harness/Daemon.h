@@ -16,8 +16,9 @@ namespace orx::test {
 /// How a daemon is to be started.
 struct Launch {
     std::vector<std::string> arguments{};
-    bool sessionLeader = false;            ///< as a service manager starts it
-    std::vector<int> closedDescriptors{};  ///< which of 0, 1 and 2 it does not get
+    bool sessionLeader = false;              ///< as a service manager starts it
+    std::vector<int> closedDescriptors{};    ///< which of 0, 1 and 2 it does not get
+    std::vector<std::string> environment{};  ///< added to that of the test, "NAME=value" each
 };
 
 class Daemon {
@@ -68,6 +69,7 @@ class Daemon {
 
     [[nodiscard]] long residentKilobytes() const { return test::residentKilobytes(process.id()); }
     [[nodiscard]] std::vector<ThreadFigures> threads() const { return threadsOf(process.id()); }
+    [[nodiscard]] long cpuTime() const { return cpuTimeOf(process.id()); }
 
   private:
     ChildProcess process;

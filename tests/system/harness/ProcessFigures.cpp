@@ -31,20 +31,24 @@ std::vector<std::string> statFields(const std::string& stat) {
     return fields;
 }
 
+/// The clock ticks that a process or thread has run, of its fields.
+long cpuTimeIn(const std::vector<std::string>& fields) {
+    constexpr std::size_t userTime = 11;
+    constexpr std::size_t systemTime = 12;
+    return std::stol(fields.at(userTime)) + std::stol(fields.at(systemTime));
+}
+
 /// Nothing for a thread that ends meanwhile.
 std::optional<ThreadFigures> figuresOf(const std::filesystem::path& thread) {
     constexpr std::size_t state = 0;
-    constexpr std::size_t userTime = 11;
-    constexpr std::size_t systemTime = 12;
     const auto stat = contentOf(thread / "stat");
     const auto pauses = numberIn(contentOf(thread / "status"), "voluntary_ctxt_switches");
     if (stat.empty() || !pauses) return std::nullopt;
     const auto fields = statFields(stat);
-    return ThreadFigures{
-        .id = std::stoi(thread.filename()),
-        .asleep = fields.at(state) == "S",
-        .cpuTime = std::stol(fields.at(userTime)) + std::stol(fields.at(systemTime)),
-        .pauses = *pauses};
+    return ThreadFigures{.id = std::stoi(thread.filename()),
+                         .asleep = fields.at(state) == "S",
+                         .cpuTime = cpuTimeIn(fields),
+                         .pauses = *pauses};
 }
 
 }  // namespace
@@ -55,6 +59,10 @@ std::vector<ThreadFigures> threadsOf(pid_t process) {
         if (const auto figures = figuresOf(entry.path())) threads.push_back(*figures);
     }
     return threads;
+}
+
+long cpuTimeOf(pid_t process) {
+    return cpuTimeIn(statFields(contentOf(folderOf(process) / "stat")));
 }
 
 long residentKilobytes(pid_t process) {

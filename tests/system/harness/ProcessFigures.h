@@ -20,6 +20,9 @@ struct ThreadFigures {
 
 [[nodiscard]] std::vector<ThreadFigures> threadsOf(pid_t process);
 
+/// The clock ticks that all its threads have run, those included that have ended.
+[[nodiscard]] long cpuTimeOf(pid_t process);
+
 /// Whether the memory of a process says anything of what it has kept: a sanitizer keeps what has
 /// been given back.
 inline constexpr bool memoryIsTelling = ORX_SANITIZED == 0;
