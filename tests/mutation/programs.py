@@ -8,7 +8,7 @@ from pathlib import Path
 
 # A changed loop may be one without end that takes all the memory there is, or all of the disk.
 MEMORY_LIMIT = 4 << 30
-FILE_LIMIT = 64 << 20
+FILE_LIMIT = 1 << 30
 
 
 class Interrupted(Exception):
