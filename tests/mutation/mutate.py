@@ -85,13 +85,13 @@ def chosen_mutations(options: argparse.Namespace) -> list[Mutation]:
     return [mutations[number] for number in sorted(picked)]
 
 
-def report(mutations: list[Mutation], outcomes: dict[Mutation, Outcome]) -> None:
+def report(outcomes: dict[Mutation, Outcome]) -> None:
     """The survivors, then the shares, for a person."""
-    for mutation in mutations:
-        if outcomes[mutation] is Outcome.SURVIVED:
+    for mutation, outcome in outcomes.items():
+        if outcome is Outcome.SURVIVED:
             print(mutation)
     for folder in FOLDERS:
-        inside = [outcomes[mutation] for mutation in mutations
+        inside = [outcome for mutation, outcome in outcomes.items()
                   if mutation.file.startswith(f"src/{folder}/")]
         if inside:
             print(f"{folder + ':':<11}{Share.among(inside)}")
@@ -101,10 +101,10 @@ def report(mutations: list[Mutation], outcomes: dict[Mutation, Outcome]) -> None
           f"{count[Outcome.NOT_COMPILED]} more do not compile)")
 
 
-def report_json(mutations: list[Mutation], outcomes: dict[Mutation, Outcome]) -> None:
+def report_json(outcomes: dict[Mutation, Outcome]) -> None:
     """Every change with its outcome, for a program."""
     rows = [{"file": mutation.file, "line": mutation.line, "change": mutation.change,
-             "outcome": outcomes[mutation].value} for mutation in mutations]
+             "outcome": outcome.value} for mutation, outcome in outcomes.items()]
     json.dump(rows, sys.stdout, indent=1)
     print()
 
@@ -128,10 +128,14 @@ def main() -> int:
     mutations = chosen_mutations(options)
     trial = Trial(ROOT, mutations, max(1, options.workers))
     with alone():
-        trial.execute()
-    (report_json if options.json else report)(mutations, trial.outcomes)
-    share = Share.among(list(trial.outcomes.values()))
-    return 0 if share.percent() >= DEMANDED_PERCENT else 1
+        completed = trial.execute()
+    # Interrupted, too, it tells what it has found. Several workers do not finish in order.
+    outcomes = {mutation: trial.outcomes[mutation] for mutation in mutations
+                if mutation in trial.outcomes}
+    (report_json if options.json else report)(outcomes)
+    if not completed:
+        return 130
+    return 0 if Share.among(list(outcomes.values())).percent() >= DEMANDED_PERCENT else 1
 
 
 if __name__ == "__main__":

@@ -25,8 +25,8 @@ class Trial:
         place = root / "build" / "mutate"
         self.benches = [Workbench(root, place / str(number)) for number in range(1, workers + 1)]
 
-    def execute(self) -> None:
-        """Returns when all have been tried; throws what went wrong on a workbench."""
+    def execute(self) -> bool:
+        """Whether all have been tried, not interrupted; throws what went wrong on a workbench."""
         threads = [threading.Thread(target=self.work, args=(bench,)) for bench in self.benches]
         # An exception that a signal throws would leave the threads alone in the middle of a change.
         for number in (signal.SIGINT, signal.SIGTERM):
@@ -37,8 +37,7 @@ class Trial:
             thread.join()
         if self.errors:
             raise self.errors[0]
-        if self.interrupted:
-            raise KeyboardInterrupt
+        return not self.interrupted
 
     def interrupt(self) -> None:
         """Ends the work on all workbenches."""
