@@ -138,8 +138,8 @@ ProjectorDefinitionFile::Model ProjectorDefinitionFile::parseBlock(const std::st
     CommandStrings strings;
     for (auto count = block.number(0, format::block::stringCount); count > 0; --count) {
         const auto length = block.number(place, string_entry::length);
-        strings[commandName(block.integer(place, string_entry::commandId))] =
-            block.text(place + string_entry::fixedSize, length);
+        const auto& command = commandName(block.integer(place, string_entry::commandId));
+        strings[command] = block.text(place + string_entry::fixedSize, length);
         place += string_entry::fixedSize + length;
     }
     ArgumentTable arguments;
