@@ -257,7 +257,7 @@ void expectLine(Expected& expected, const std::string& text, const std::string& 
     } else if (!command.is("CLEARFLAGS")) {
         expected.console += "src=192.0.2.7 cmd=" + command.text(true) + "\n";
         expected.commands.push_back(command.text(true));
-        expected.restarts += command.is("RESTART") ? 1 : 0;
+        expected.restarts += command.is("RESTART") ? 1U : 0U;
         expected.ends = command.is("RESTART") || command.is("QUIT");
     }
 }

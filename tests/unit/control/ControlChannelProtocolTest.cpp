@@ -1,5 +1,6 @@
 // What the control channel makes of the datagrams it receives.
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include <gmock/gmock.h>
@@ -154,6 +155,30 @@ TEST_F(ControlChannelProtocol, CutsTheCommandThatLiesAcrossTheEnd) {
 TEST_F(ControlChannelProtocol, LeavesNothingOfALongDatagramInAShortOne) {
     EXPECT_EQ(serve({"ZOOM 123456\n", "ZOOM 7"}),
               "src=127.0.0.5 cmd=ZOOM (123456)\nsrc=127.0.0.5 cmd=ZOOM (7)\n");
+}
+
+TEST_F(ControlChannelProtocol, HandlesADatagramThatAnotherHasReceived) {
+    class Watched final : public ControlChannelListener {
+      public:
+        using ControlChannelListener::ControlChannelListener;
+        void reply(const sockaddr_in&, std::string_view text) const override {
+            replies.emplace_back(text);
+        }
+        mutable std::vector<std::string> replies;
+    };
+    const auto sender = ipv4("192.0.2.7", 9);
+    outputOf([&] {
+        Watched channel("127.0.0.1:0", queue);
+        channel.handleDatagram("STATUS\nON\nfoo\nCLEARFLAGS\nSTATUS", sender);
+        EXPECT_THAT(channel.replies, ElementsAre("IDLE;;HELO \n", "IDLE;;\n"));
+        channel.handleDatagram("RESTART\nOFF", sender);
+        channel.handleDatagram("STATUS\nOFF", sender);
+        EXPECT_THAT(channel.replies, testing::SizeIs(2));
+    });
+    EXPECT_THAT(logged(),
+                ElementsAre("src=192.0.2.7 cmd=ON", "src=192.0.2.7 unknown command (\"foo\")",
+                            "src=192.0.2.7 cmd=RESTART"));
+    EXPECT_EQ(queue->receivedCount(), 2U);
 }
 
 }  // namespace
