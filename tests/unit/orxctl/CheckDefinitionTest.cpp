@@ -72,6 +72,17 @@ TEST_F(CheckDefinition, damageShowsWithItsPlaceAlthoughTheFileLoads) {
     EXPECT_EQ(status, 0);
 }
 
+TEST_F(CheckDefinition, aCountThatLiesShowsWithItsPlace) {
+    auto image = test::contentOf(folder.file("orx.ccd"));
+    constexpr std::size_t projectorCount = 20;
+    image.at(projectorCount) = '\xFF';
+    folder.write("orx.ccd", image);
+    EXPECT_THAT(findings(""),
+                ElementsAre("orx.ccd:byte 48: warning: entry 2 of 255 of the projector list is cut "
+                            "short; the daemon loads the file all the same: make it anew"));
+    EXPECT_EQ(status, 0);
+}
+
 TEST_F(CheckDefinition, ofMuchDamageTheRestIsCounted) {
     test::DefinitionImage image;
     image.commands = {{1, "ON"}};

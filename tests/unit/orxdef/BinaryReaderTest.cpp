@@ -8,9 +8,12 @@
 namespace orx::orxdef {
 namespace {
 
+using testing::Contains;
 using testing::ElementsAre;
+using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::SizeIs;
+using testing::StartsWith;
 
 /// A file with two commands and one model: command list at 22, projector list at 33, block at 39.
 test::DefinitionImage smallImage() {
@@ -125,6 +128,32 @@ TEST(BinaryReader, reportsWhatLiesBehindTheEndOfTheFile) {
                             "m.ccd:byte 30: the projector list is cut short: bytes 33 to 39 of a "
                             "file of 30",
                             "m.ccd:byte 33: entry 1 of 1 of the projector list is cut short"));
+}
+
+TEST(BinaryReader, reportsACutAtAnyLength) {
+    const auto image = smallImage().bytes();
+    for (std::size_t size = 0; size < image.size(); ++size)
+        EXPECT_THAT(damageOf(image.substr(0, size)), Contains(StartsWith("m.ccd:byte "))) << size;
+}
+
+TEST(BinaryReader, reportsAnyCountThatIsTooHigh) {
+    const auto image = smallImage().bytes();
+    struct Count {
+        std::size_t lowByte;
+        int bytes;
+        std::string message;
+    };
+    for (const auto& [lowByte, bytes, message] :
+         std::vector<Count>{{16, 2, " of the command list is cut short"},
+                            {20, 2, " of the projector list is cut short"},
+                            {39 + 8, 2, " with the strings of \"M\" is cut short"},
+                            {39 + 10, 1, " with the arguments of \"M\" is cut short"}}) {
+        for (const int value : {3, 127, 128, 255})
+            EXPECT_THAT(damageOf(changed(image, lowByte, value)), Contains(HasSubstr(message)));
+        if (bytes == 1) continue;
+        for (const int value : {1, 128, 255})
+            EXPECT_THAT(damageOf(changed(image, lowByte + 1, value)), Contains(HasSubstr(message)));
+    }
 }
 
 TEST(BinaryReader, goesOnBehindADamagedBlock) {
