@@ -22,9 +22,7 @@ std::string source(const sockaddr_in& address) {
 
 ControlChannelListener::ControlChannelListener(const std::string& interface,
                                                std::shared_ptr<CommandQueue> queue)
-    : Listener(interface),
-      channelTag("[CTRLCHAN|#" + std::to_string(socketFd()) + "] "),
-      commandQueue(std::move(queue)) {}
+    : Listener(interface), commandQueue(std::move(queue)) {}
 
 ControlChannelListener::~ControlChannelListener() {
     close();
@@ -34,8 +32,12 @@ void ControlChannelListener::setCommandQueue(std::shared_ptr<CommandQueue> queue
     commandQueue = std::move(queue);
 }
 
+std::string ControlChannelListener::channelTag() const {
+    return "[CTRLCHAN|#" + std::to_string(socketFd()) + "] ";
+}
+
 void ControlChannelListener::run() {
-    printLine(channelTag + "start, waiting for commands");
+    printLine(channelTag() + "start, waiting for commands");
     std::array<char, maxDatagramSize> buffer{};
     sockaddr_in sender{};
     while (running) {
@@ -43,7 +45,7 @@ void ControlChannelListener::run() {
         if (!text) break;
         handleDatagram(*text, sender);
     }
-    printLine(channelTag + "stop.");
+    printLine(channelTag() + "stop.");
 }
 
 void ControlChannelListener::handleDatagram(std::string_view text, const sockaddr_in& sender) {
@@ -57,7 +59,7 @@ void ControlChannelListener::handleDatagram(std::string_view text, const sockadd
 void ControlChannelListener::handleLine(const std::string& line, const sockaddr_in& sender) {
     const auto command = std::make_shared<const Command>(line);
     if (!command->isValid()) {
-        log(source(sender) + " unknown command (\"" + line + "\")", Echo::yes, channelTag);
+        log(source(sender) + " unknown command (\"" + line + "\")", Echo::yes, channelTag());
     } else if (command->is(CMD_STATUS)) {
         reply(sender, Status::statusReply());
     } else if (command->is(CMD_CLEAR_FLAGS)) {

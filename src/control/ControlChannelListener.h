@@ -41,10 +41,11 @@ class ControlChannelListener : public Listener, public Thread {
     void waitForReceiver() override { waitUntilStopped(); }
 
   private:
+    /// What begins the lines on standard output.
+    [[nodiscard]] std::string channelTag() const;
     void handleLine(const std::string& line, const sockaddr_in& sender);
     void enqueue(const CommandPtr& command, const sockaddr_in& sender);
 
-    const std::string channelTag;  ///< begins the lines on standard output
     std::shared_ptr<CommandQueue> commandQueue;
     std::atomic<bool> running = true;
 };
