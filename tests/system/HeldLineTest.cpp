@@ -44,12 +44,8 @@ class HeldLine : public LensStory {
         line.hold();
     }
     void waitUntilAsleep() const {
-        waitUntil(
-            [this] {
-                const auto threads = daemon->threads();
-                return std::ranges::all_of(threads, &ThreadFigures::asleep);
-            },
-            [] { return std::string("the daemon to wait"); });
+        waitUntil([this] { return daemon->isAsleep(); },
+                  [] { return std::string("the daemon to wait"); });
     }
     /// The log tells of a command just ahead of its write, which then does not come back.
     void waitUntilBlockedIn(const std::string& command) const {

@@ -97,4 +97,8 @@ void Daemon::waitForHoldings(const Holdings& expected) const {
               [&] { return expected.text() + "; there are " + holdings().text(); });
 }
 
+bool Daemon::isAsleep() const {
+    return isProcessAsleep(process.id());
+}
+
 }  // namespace orx::test

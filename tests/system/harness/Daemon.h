@@ -70,6 +70,8 @@ class Daemon {
     [[nodiscard]] long residentKilobytes() const { return test::residentKilobytes(process.id()); }
     [[nodiscard]] std::vector<ThreadFigures> threads() const { return threadsOf(process.id()); }
     [[nodiscard]] long cpuTime() const { return cpuTimeOf(process.id()); }
+    /// Whether no thread has anything to do at this moment.
+    [[nodiscard]] bool isAsleep() const;
 
   private:
     ChildProcess process;

@@ -1,5 +1,6 @@
 #include "system/harness/ProcessFigures.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <optional>
 #include <sstream>
@@ -7,6 +8,7 @@
 
 #include "support/ProcessCounts.h"
 #include "support/TemporaryFolder.h"
+#include "support/WaitUntil.h"
 
 namespace orx::test {
 namespace {
@@ -63,6 +65,13 @@ std::vector<ThreadFigures> threadsOf(pid_t process) {
 
 long cpuTimeOf(pid_t process) {
     return cpuTimeIn(statFields(contentOf(folderOf(process) / "stat")));
+}
+
+bool isProcessAsleep(pid_t process) {
+    const auto threads = std::filesystem::directory_iterator(folderOf(process) / "task");
+    return std::all_of(begin(threads), end(threads), [](const auto& thread) {
+        return isAsleep(std::stoi(thread.path().filename()));
+    });
 }
 
 long residentKilobytes(pid_t process) {

@@ -23,6 +23,9 @@ struct ThreadFigures {
 /// The clock ticks that all its threads have run, those included that have ended.
 [[nodiscard]] long cpuTimeOf(pid_t process);
 
+/// Whether all threads of a process are asleep; costs less than all of their figures.
+[[nodiscard]] bool isProcessAsleep(pid_t process);
+
 /// Whether the memory of a process says anything of what it has kept: a sanitizer keeps what has
 /// been given back.
 inline constexpr bool memoryIsTelling = ORX_SANITIZED == 0;

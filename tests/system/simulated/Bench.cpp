@@ -41,14 +41,13 @@ std::string Bench::quit() {
     return daemon->waitForEnd();
 }
 
-/// Commands are executed in order, and so is what arrives on the line. All models take this one,
-/// and nothing else here sends it; it does nothing to the lens.
+/// Commands are executed in order, and so is what arrives on the line.
 Simulator::Axes Bench::waitUntilExecuted() {
     constexpr int inputs = 8;
     const auto ticket = std::to_string(1 + tickets++ % inputs);
     const auto place = simulator.place();
-    send("INPUT " + ticket);
-    return simulator.waitForCommand("INPUT", ticket, place).axes;
+    send(std::string(ticketCommand).append(" ").append(ticket));
+    return simulator.waitForCommand(ticketCommand, ticket, place).axes;
 }
 
 LensStatus Bench::waitForRest() {
@@ -59,10 +58,20 @@ LensStatus Bench::waitForRest() {
             const auto place = simulator.place();
             last = status();
             if (!last.atRest()) simulator.waitForMore(place);
-            return last.atRest();
+            return last.atRest() && isDone(last);
         },
         [&] { return "the lens to rest; zoom: " + last.zoom.text + " focus: " + last.focus.text; });
     return last;
+}
+
+/// A step is counted before it is sent, and a move of a single step does not even count as one
+/// before: for a moment the status then shows the lens where it is about to go. Once all threads
+/// have gone to sleep that moment is over, and what they may wait for shows in the status.
+bool Bench::isDone(LensStatus& last) const {
+    waitUntil([this] { return daemon->isAsleep(); },
+              [] { return std::string("the daemon to have done all it has to"); });
+    last = status();
+    return last.atRest();
 }
 
 }  // namespace orx::test

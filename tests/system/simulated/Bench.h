@@ -24,6 +24,10 @@ struct BenchSetup {
 
 class Bench {
   public:
+    /// What the bench sends of its own accord. All models take it, and nothing else here may send
+    /// it; it does nothing to the lens.
+    static constexpr const char* ticketCommand = "INPUT";
+
     /// Starts both. Benches that run at the same time must differ in `channel`.
     explicit Bench(const BenchSetup& setup, int channel = 0);
 
@@ -52,10 +56,14 @@ class Bench {
     /// that says so.
     LensStatus waitForRest();
 
+    [[nodiscard]] Simulator& projector() noexcept { return simulator; }
     [[nodiscard]] const Simulator& projector() const noexcept { return simulator; }
+    [[nodiscard]] Daemon& process() noexcept { return *daemon; }
     [[nodiscard]] const Installation& files() const noexcept { return installation; }
 
   private:
+    [[nodiscard]] bool isDone(LensStatus& last) const;
+
     const int port;
     Installation installation;
     Simulator simulator;

@@ -64,6 +64,12 @@ void ExpectedAxis::recall(std::optional<int> saved) {
     }
 }
 
+void ExpectedAxis::calibrate(int travel) {
+    axis.min = 0;  // the end stop is where it begins
+    axis.max = travel;
+    reset(0);
+}
+
 std::string ExpectedAxis::rest(const AxisStatus& shown, int motor, const Contacts& contacts,
                                StepsInFlight& inFlight) {
     if (!referenced) {
@@ -108,7 +114,9 @@ void ExpectedLens::take(const LensCommand& command) {
         if (command.argument) slots[*command.argument] = {axes[0].position(), axes[1].position()};
     } else if (command.act == Act::load) {
         if (command.argument) recall(*command.argument);
-    } else {
+    } else if (command.act == Act::clear) {
+        slots.clear();
+    } else if (command.act != Act::other) {
         takeOfAxis(axes.at(static_cast<std::size_t>(command.axis)), command);
     }
 }
@@ -120,6 +128,7 @@ void ExpectedLens::takeOfAxis(ExpectedAxis& ofAxis, const LensCommand& command) 
     if (command.act == Act::stepDown) ofAxis.step(-1);
     if (!command.argument) return;
     const int argument = *command.argument;
+    if (command.act == Act::calibrate) ofAxis.calibrate(argument);
     if (command.act == Act::toSteps) ofAxis.goTo(argument);
     if (command.act == Act::toPart) {
         ofAxis.goTo(static_cast<int>(std::lround(argument / whole * ofAxis.setup().upperEnd())));
@@ -138,7 +147,9 @@ std::string ExpectedLens::learnSlots(const std::string& lensMemory) {
     for (std::sregex_iterator each(lensMemory.begin(), lensMemory.end(), entry), end; each != end;
          ++each) {
         const std::array<int, 2> saved{std::stoi((*each)[3]), std::stoi((*each)[2])};
-        auto& slot = slots[std::stoi((*each)[1])];
+        const auto known = slots.find(std::stoi((*each)[1]));
+        if (known == slots.end()) return "the lens memory holds what it should not: " + each->str();
+        auto& slot = known->second;
         for (std::size_t axis = 0; axis < axes.size(); ++axis) {
             if (slot.at(axis).value_or(saved.at(axis)) != saved.at(axis)) {
                 return "the lens memory holds another position: " + each->str();

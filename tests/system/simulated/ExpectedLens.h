@@ -38,6 +38,8 @@ class ExpectedAxis {
     void step(int direction);
     void reset(int requested);
     void recall(std::optional<int> saved);
+    /// At rest only.
+    void calibrate(int travel);
 
     /// Where the axis stands; -1 before its first reset, nothing while it may be moving.
     [[nodiscard]] std::optional<int> position() const noexcept { return place; }

@@ -1,7 +1,6 @@
 #include "system/simulated/LensSequence.h"
 
 #include <limits>
-#include <random>
 #include <string_view>
 
 namespace orx::test {
@@ -17,11 +16,13 @@ struct AxisWords {
     std::string_view stepUp;
     std::string_view stepDown;
     std::string_view reset;
+    std::string_view calibrationStart;
+    std::string_view calibrationEnd;
 };
 
 constexpr std::array<AxisWords, 2> words{
-    {{"zoom", "ZOOM", "ZOOMX", "AZ+", "AZ-", "ZOOMRESET"},
-     {"focus", "FOCUS", "FOCUSX", "AF+", "AF-", "FOCUSRESET"}}};
+    {{"zoom", "ZOOM", "ZOOMX", "AZ+", "AZ-", "ZOOMRESET", "ZOCALSTART", "ZOCALEND"},
+     {"focus", "FOCUS", "FOCUSX", "AF+", "AF-", "FOCUSRESET", "FOCALSTART", "FOCALEND"}}};
 
 std::string_view keyword(const LensCommand& command) {
     const auto& ofAxis = words.at(static_cast<std::size_t>(command.axis));
@@ -42,39 +43,14 @@ std::string_view keyword(const LensCommand& command) {
             return "MEMSAVE";
         case Act::load:
             return "MEMLOAD";
+        case Act::clear:
+            return "MEMCLEAR";
+        case Act::calibrate:
+            return ofAxis.calibrationStart;
+        case Act::other:
+            break;
     }
     return {};
-}
-
-/// Numbers that follow from a seed alone; the distributions of the library differ between systems.
-class Dice {
-  public:
-    explicit Dice(std::uint64_t seed) : engine(seed) {}
-
-    /// 0 to `count` - 1.
-    int below(int count) { return static_cast<int>(engine() % static_cast<std::uint64_t>(count)); }
-    int between(int least, int greatest) { return least + below(greatest - least + 1); }
-    bool oneOf(int count) { return below(count) == 0; }
-
-    const auto& pick(const auto& choices) {
-        return choices.at(static_cast<std::size_t>(below(static_cast<int>(choices.size()))));
-    }
-
-  private:
-    std::mt19937_64 engine;
-};
-
-AxisSetup rollAxis(Dice& dice) {
-    AxisSetup axis;
-    axis.max = dice.between(60, 200);
-    axis.travel = axis.max + dice.between(0, 3);
-    axis.start = dice.between(0, axis.travel);
-    axis.min = dice.oneOf(4) ? dice.between(1, 5) : 0;
-    axis.withheld = dice.oneOf(4) ? dice.between(1, 20) : 0;
-    axis.resetSteps = axis.travel / stepsOfFastReset + dice.between(1, 2);
-    axis.lockInMode = dice.between(0, 6);
-    axis.resetOnLoad = !dice.oneOf(2);
-    return axis;
 }
 
 std::optional<int> rollPart(Dice& dice) {
@@ -132,17 +108,6 @@ LensCommand rollCommand(Dice& dice, const std::array<AxisSetup, 2>& axes) {
     return command;
 }
 
-SequenceStep rollStep(Dice& dice, const std::array<AxisSetup, 2>& axes) {
-    constexpr std::array<Moment, 5> moments{Moment::atRest, Moment::atRest, Moment::atOnce,
-                                            Moment::underWay, Moment::underWay};
-    SequenceStep step{.moment = dice.pick(moments)};
-    if (step.moment == Moment::underWay) {
-        step.lineCommands = static_cast<std::size_t>(dice.between(1, 40));
-    }
-    step.command = rollCommand(dice, axes);
-    return step;
-}
-
 std::string settings(const AxisSetup& axis, std::string_view name) {
     const auto key = std::string("abs").append(name).append(".");
     return key + "reducemax = " + std::to_string(axis.withheld) + "\n" + key +
@@ -172,9 +137,20 @@ std::string momentText(const SequenceStep& step) {
     return {};
 }
 
+/// All the way of an operator: to the end stop, up step by step, and that is the travel.
+std::string calibration(const LensCommand& command) {
+    const auto& ofAxis = words.at(static_cast<std::size_t>(command.axis));
+    std::string text(ofAxis.calibrationStart);
+    for (int step = 0; step < command.argument.value_or(0); ++step)
+        text.append("\n").append(ofAxis.stepUp);
+    return text.append("\n").append(ofAxis.calibrationEnd);
+}
+
 }  // namespace
 
 std::string LensCommand::text() const {
+    if (act == Act::other) return word;
+    if (act == Act::calibrate) return calibration(*this);
     const std::string name(keyword(*this));
     return argument ? name + " " + std::to_string(*argument) : name;
 }
@@ -203,13 +179,40 @@ std::string LensSequence::text() const {
     return told;
 }
 
+AxisSetup rollAxis(Dice& dice, int shortest, int longest) {
+    AxisSetup axis;
+    axis.max = dice.between(shortest, longest);
+    axis.travel = axis.max + dice.between(0, 3);
+    axis.start = dice.between(0, axis.travel);
+    axis.min = dice.oneOf(4) ? dice.between(1, 5) : 0;
+    axis.withheld = dice.oneOf(4) ? dice.between(1, 20) : 0;
+    axis.resetSteps = axis.travel / stepsOfFastReset + dice.between(1, 2);
+    axis.lockInMode = dice.between(0, 6);
+    axis.resetOnLoad = !dice.oneOf(2);
+    return axis;
+}
+
+SequenceStep rollStep(Dice& dice, const std::array<AxisSetup, 2>& axes) {
+    constexpr std::array<Moment, 5> moments{Moment::atRest, Moment::atRest, Moment::atOnce,
+                                            Moment::underWay, Moment::underWay};
+    SequenceStep step{.moment = dice.pick(moments)};
+    if (step.moment == Moment::underWay) {
+        step.lineCommands = static_cast<std::size_t>(dice.between(1, 40));
+    }
+    step.command = rollCommand(dice, axes);
+    return step;
+}
+
 LensSequence randomSequence(std::uint64_t seed) {
     constexpr int commands = 30;
+    constexpr int shortest = 60;
+    constexpr int longest = 200;
     Dice dice(seed);
-    LensSequence sequence{.seed = seed,
-                          .model = seed % 2 == 0 ? "DEMO-1" : "DEMO-3",
-                          .lineDelay = dice.below(2),  // moves that last, or that soon end
-                          .axes = {rollAxis(dice), rollAxis(dice)}};
+    LensSequence sequence{
+        .seed = seed,
+        .model = seed % 2 == 0 ? "DEMO-1" : "DEMO-3",
+        .lineDelay = dice.below(2),  // moves that last, or that soon end
+        .axes = {rollAxis(dice, shortest, longest), rollAxis(dice, shortest, longest)}};
     for (int number = 0; number < commands; ++number)
         sequence.steps.push_back(rollStep(dice, sequence.axes));
     return sequence;

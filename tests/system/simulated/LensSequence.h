@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "system/simulated/Bench.h"
+#include "system/simulated/Dice.h"
 
 namespace orx::test {
 
@@ -26,14 +27,28 @@ struct AxisSetup {
     [[nodiscard]] int upperEnd() const noexcept { return max - withheld; }
 };
 
-enum class Act { toPart, toSteps, stepUp, stepDown, reset, resetLens, save, load };
+enum class Act {
+    toPart,
+    toSteps,
+    stepUp,
+    stepDown,
+    reset,
+    resetLens,
+    save,
+    load,
+    clear,
+    calibrate,  ///< at rest only: several commands, with the new travel as the argument
+    other       ///< nothing of the lens: passed on to the projector
+};
 
-/// What the client commands. Both axes take `resetLens`, `save` and `load`.
+/// What the client commands. Both axes take `resetLens`, `save`, `load` and `clear`.
 struct LensCommand {
     Act act = Act::reset;
     int axis = 0;  ///< 0 zoom, 1 focus
     std::optional<int> argument{};
+    std::string word{};  ///< of `other`
 
+    /// One line for each command that the daemon is sent.
     [[nodiscard]] std::string text() const;
 };
 
@@ -61,6 +76,12 @@ struct LensSequence {
     /// How to play the story by hand: the settings, and each datagram with its moment.
     [[nodiscard]] std::string text() const;
 };
+
+/// An axis whose calibrated travel has `shortest` to `longest` steps.
+[[nodiscard]] AxisSetup rollAxis(Dice& dice, int shortest, int longest);
+
+/// A command at a moment of its own.
+[[nodiscard]] SequenceStep rollStep(Dice& dice, const std::array<AxisSetup, 2>& axes);
 
 /// Thirty commands for a projector that resets its lens natively or, with every other seed, by fast
 /// steps.

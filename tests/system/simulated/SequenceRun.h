@@ -2,19 +2,16 @@
 // at the end, and whenever a command waits for the lens to rest.
 #pragma once
 
-#include <cstddef>
 #include <string>
 
-#include "system/simulated/ExpectedLens.h"
+#include "system/simulated/LensPlay.h"
 #include "system/simulated/LensSequence.h"
 
 namespace orx::test {
 
 struct SequenceOutcome {
     std::string violation{};  ///< empty where there is none
-    int comparisons = 0;      ///< of one referenced axis at rest
-    int lineCommands = 0;     ///< that the projector has carried out
-    StepsInFlight inFlight{};
+    PlayFigures figures{};
 };
 
 /// Plays `sequence` with a daemon on control channel `channel`. Throws nothing: a daemon that does

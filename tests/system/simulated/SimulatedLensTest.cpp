@@ -34,11 +34,11 @@ struct Tally {
     void add(const LensSequence& sequence, const SequenceOutcome& outcome) {
         ++sequences;
         commands += static_cast<int>(sequence.steps.size());
-        comparisons += outcome.comparisons;
-        lineCommands += outcome.lineCommands;
-        inFlight.resets += outcome.inFlight.resets;
-        inFlight.differences += outcome.inFlight.differences;
-        inFlight.contacts += outcome.inFlight.contacts;
+        comparisons += outcome.figures.comparisons;
+        lineCommands += outcome.figures.lineCommands;
+        inFlight.resets += outcome.figures.inFlight.resets;
+        inFlight.differences += outcome.figures.inFlight.differences;
+        inFlight.contacts += outcome.figures.inFlight.contacts;
     }
 
     void print() const {

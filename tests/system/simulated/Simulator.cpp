@@ -24,6 +24,15 @@ Simulator::Axis readAxis(const Json& axis) {
             .contacts = axis.at("contacts")};
 }
 
+/// How many bytes a text stands for in which "\\x" and two digits are one.
+std::size_t countBytes(const std::string& escaped) {
+    constexpr std::size_t more = 3;
+    std::size_t count = escaped.size();
+    for (auto at = escaped.find("\\x"); at != std::string::npos; at = escaped.find("\\x", at + 1))
+        count -= more;
+    return count;
+}
+
 /// Nothing for the events that tell of no command.
 std::optional<Simulator::Event> readEvent(const std::string& line) {
     const auto json = Json::parse(line);
@@ -34,6 +43,7 @@ std::optional<Simulator::Event> readEvent(const std::string& line) {
         event.command = json.at("command");
         event.arguments = json.at("arguments").get<std::vector<std::string>>();
     }
+    event.byteCount = countBytes(json.at("bytes"));
     event.axes = {readAxis(json.at("axes").at("zoom")), readAxis(json.at("axes").at("focus"))};
     event.endStop = json.value("endstop", false);
     return event;
@@ -68,6 +78,11 @@ std::size_t Simulator::place() const {
 
 std::vector<Simulator::Event> Simulator::takeEvents(std::size_t& from) const {
     return readEvents(process.output().bytes(), from);
+}
+
+void Simulator::forget(std::size_t& before) {
+    process.output().forget(before);
+    before = 0;
 }
 
 std::size_t Simulator::countEvents(std::size_t from) const {

@@ -30,6 +30,7 @@ class Simulator {
     struct Event {
         std::string command{};  ///< empty for bytes that are no command of the model
         std::vector<std::string> arguments{};
+        std::size_t byteCount = 0;
         Axes axes{};
         bool endStop = false;  ///< this very command met an end stop
     };
@@ -47,6 +48,9 @@ class Simulator {
 
     /// The commands that were carried out from place `from` on; `from` is then behind them.
     [[nodiscard]] std::vector<Event> takeEvents(std::size_t& from) const;
+
+    /// Forgets the events up to place `before`, which is then 0. All other places are void.
+    void forget(std::size_t& before);
 
     /// How many events there are from place `from` on.
     [[nodiscard]] std::size_t countEvents(std::size_t from) const;

@@ -1,0 +1,87 @@
+#include "system/soak/Day.h"
+
+#include <array>
+#include <stdexcept>
+
+namespace orx::test {
+namespace {
+
+/// A projector whose lens has a long way to go, and a line on which a command costs no time.
+LensSequence rollBegin(Dice& dice, std::uint64_t seed) {
+    constexpr int shortest = 300;
+    constexpr int longest = 1000;
+    return {.seed = seed,
+            .model = seed % 2 == 0 ? "DEMO-1" : "DEMO-3",
+            .axes = {rollAxis(dice, shortest, longest), rollAxis(dice, shortest, longest)}};
+}
+
+}  // namespace
+
+Day::Day(const DaySetup& wanted, int channel)
+    : setup(wanted), dice(wanted.seed), begin(rollBegin(dice, wanted.seed)), play(begin, channel) {
+    play.compareAtRest();
+    seen.atStart = play.stage().process().holdings();
+}
+
+void Day::run() {
+    while (seen.commands < setup.commands) {
+        giveOne();
+        readConsole();
+        if (++seen.commands == setup.settled) {
+            seen.residentSettled = play.stage().process().residentKilobytes();
+        }
+    }
+    play.compareAtRest();
+    readConsole();
+    seen.residentAtEnd = play.stage().process().residentKilobytes();
+    play.stage().process().waitForHoldings(seen.atStart);
+    seen.atEnd = play.stage().process().holdings();
+    const auto ending = play.stage().quit();
+    if (ending != "exit status 0") throw std::runtime_error("the daemon ends with " + ending);
+}
+
+DayFigures Day::figures() const {
+    auto now = seen;
+    now.play = play.figures();
+    return now;
+}
+
+void Day::giveOne() {
+    constexpr int kinds = 100;
+    const int kind = dice.below(kinds);
+    if (kind < 1) {
+        play.give(rollCalibration());
+        ++seen.calibrations;
+    } else if (kind < 2) {
+        play.give({.command = {.act = Act::clear}});
+    } else if (kind < 20) {
+        play.give(rollOther());
+    } else if (kind < 30) {
+        static_cast<void>(play.stage().waitUntilExecuted());  // chooses an input
+    } else {
+        play.give(rollStep(dice, begin.axes));
+    }
+}
+
+SequenceStep Day::rollCalibration() {
+    constexpr int mostLeftOut = 10;
+    const int axis = dice.below(2);
+    const int travel = begin.axes.at(static_cast<std::size_t>(axis)).travel;
+    return {.command = {.act = Act::calibrate,
+                        .axis = axis,
+                        .argument = travel - dice.between(0, mostLeftOut)}};
+}
+
+SequenceStep Day::rollOther() {
+    constexpr std::array<const char*, 4> words{"ON", "OFF", "SHON", "SHOFF"};
+    return {.moment = dice.oneOf(2) ? Moment::atRest : Moment::atOnce,
+            .command = {.act = Act::other, .word = dice.pick(words)}};
+}
+
+void Day::readConsole() {
+    for (const auto& line : play.stage().process().takeLines()) {
+        if (line.find(": moving to position ") != std::string::npos) ++seen.moves;
+    }
+}
+
+}  // namespace orx::test

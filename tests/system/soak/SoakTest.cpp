@@ -1,0 +1,45 @@
+// Load and use in small, with all that they assert in large: see scripts/soak.
+#include <gmock/gmock.h>
+
+#include "system/soak/Day.h"
+#include "system/soak/Load.h"
+
+namespace orx::test {
+namespace {
+
+constexpr double fivePercent = 1.05;
+
+TEST(Soak, TwentyThousandDatagramsDuringALensMoveLoseNoStepAndLeaveNothing) {
+    Load load({.datagrams = 20'000, .settled = 5'000});
+    load.run();
+    const auto& seen = load.figures();
+    EXPECT_GE(seen.sent, 20'000);
+    EXPECT_GT(seen.steps, 0);
+    EXPECT_EQ(seen.atEnd, seen.atStart);
+    if (memoryIsTelling) {
+        EXPECT_LT(static_cast<double>(seen.residentAtEnd),
+                  fivePercent * static_cast<double>(seen.residentSettled));
+    }
+}
+
+class SoakOf : public testing::TestWithParam<std::uint64_t> {};
+
+INSTANTIATE_TEST_SUITE_P(Lenses, SoakOf, testing::Values(1, 2), [](const auto& test) {
+    return test.param % 2 == 0 ? "NativeReset" : "FastSteps";
+});
+
+TEST_P(SoakOf, TenMinutesOfUseLeaveTheLensWhereTheStatusSays) {
+    Day day({.commands = 60, .settled = 30, .seed = GetParam()});
+    day.run();
+    const auto seen = day.figures();
+    EXPECT_GT(seen.moves, 0);
+    EXPECT_GT(seen.play.comparisons, 0);
+    EXPECT_EQ(seen.atEnd, seen.atStart);
+    if (memoryIsTelling) {
+        EXPECT_LT(static_cast<double>(seen.residentAtEnd),
+                  fivePercent * static_cast<double>(seen.residentSettled));
+    }
+}
+
+}  // namespace
+}  // namespace orx::test
