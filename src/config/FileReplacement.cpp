@@ -4,7 +4,7 @@
 #include <fcntl.h>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
+#include <sstream>
 #include <stdexcept>
 #include <unistd.h>
 #include <utility>
@@ -18,20 +18,26 @@ constexpr mode_t modeOfNewFiles = 0666;
 /// Only its owner may see a file until it looks as the one that it replaces.
 constexpr mode_t modeOfFilesInTheMaking = 0600;
 
+/// Where the links that begin at `path` lead to; nowhere where that cannot be found out.
 std::filesystem::path followLinks(std::filesystem::path path) {
     constexpr int maxLinks = 40;  // as many as the kernel follows
     for (int links = 0; links < maxLinks; ++links) {
-        std::error_code isNoLink;
-        const auto next = std::filesystem::read_symlink(path, isNoLink);
-        if (isNoLink) break;
+        std::error_code error;
+        const auto next = std::filesystem::read_symlink(path, error);
+        if (error == std::errc::invalid_argument || error == std::errc::no_such_file_or_directory) {
+            return path;  // no link
+        }
+        if (error) break;
         path = path.parent_path() / next;
     }
-    return path;
+    return {};
 }
 
+/// As much as can be read; a disk that fails in the middle is no reason to end.
 std::string contentOf(const std::string& path) {
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
+    std::ostringstream content;
+    content << std::ifstream(path, std::ios::binary).rdbuf();
+    return content.str();
 }
 
 std::runtime_error cannotWrite(const std::string& path) {
@@ -51,7 +57,8 @@ FileReplacement::FileReplacement(std::string filePath, Disk& usedDisk)
 void FileReplacement::replaceWith(std::string_view content) {
     if (current.isOpen() && ::fstat(current.get(), &status) != 0) return;
     const bool isDevice = current.isOpen() && !S_ISREG(status.st_mode);
-    if (!isDevice && replaceByRenaming(content)) return;
+    // A link that cannot be followed must not be renamed over: the file behind it would stay old.
+    if (!isDevice && !target.empty() && replaceByRenaming(content)) return;
     writeInPlace(content);
 }
 

@@ -7,9 +7,9 @@
 // the file beside, which nobody reads.
 //
 // Where there can be no second file (a folder that may not be written, a file mounted by itself, a
-// disk without room for both, an owner whom we may not give a file to) and where the path leads to
-// a device, the content is written in place: a write that fails is then taken back, but a power cut
-// in the middle of it is not.
+// disk without room for both, an owner whom we may not give a file to, a link that fails to be
+// read) and where the path leads to a device, the content is written in place: a write that fails
+// is then taken back, but a power cut in the middle of it is not.
 //
 // One object serves one replacement, on one thread.
 #pragma once
@@ -44,7 +44,7 @@ class FileReplacement {
     [[nodiscard]] bool writeAll(const FileDescriptor& file, std::string_view content);
 
     const std::string path;
-    const std::string target;  ///< where the links that begin at the path lead to
+    const std::string target;  ///< where the links that begin at the path lead to, if known
     Disk& disk;
     FileDescriptor current;  ///< none where the file is missing
     struct stat status {};   ///< of `current`
