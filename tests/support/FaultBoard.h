@@ -61,8 +61,8 @@ struct NotedCall {
 };
 
 struct FaultBoard {
-    static constexpr std::size_t maxPlans = 256;
-    static constexpr std::size_t maxNotes = 1024;
+    static constexpr std::size_t maxPlans = 1024;
+    static constexpr std::size_t maxNotes = 16384;
 
     std::array<FaultPlan, maxPlans> plans;  ///< the first stays empty: nothing goes wrong
     std::atomic_uint32_t current;           ///< which plan is in force

@@ -249,6 +249,12 @@ ssize_t writev(int descriptor, const iovec* pieces, int count) {
     return -1;
 }
 
+off_t lseek(int descriptor, off_t offset, int whence) noexcept {
+    static const auto real = next<decltype(::lseek)>("lseek");
+    return call("lseek", Place(descriptor), off_t{-1},
+                [&] { return real(descriptor, offset, whence); });
+}
+
 off64_t lseek64(int descriptor, off64_t offset, int whence) noexcept {
     static const auto real = next<decltype(::lseek64)>("lseek64");
     return call("lseek", Place(descriptor), off64_t{-1},

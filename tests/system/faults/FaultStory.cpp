@@ -13,8 +13,12 @@ std::string reason(int error) {
 void FaultStory::SetUp() {
     installation.write("lib/models.ccd", define({motorModel()}).bytes());
     installation.writeLensMemory(lensMemoryBefore);
-    installation.writeConfiguration(
-        configuration("MOTOR", "definitionfile = " + installation.file("lib/models.ccd") + "\n"));
+    configure("");
+}
+
+void FaultStory::configure(const std::string& more) const {
+    installation.writeConfiguration(configuration(
+        "MOTOR", "definitionfile = " + installation.file("lib/models.ccd") + "\n" + more));
 }
 
 Launch FaultStory::underFaults() const {
@@ -49,12 +53,16 @@ void FaultStory::waitUntilCalm() {
               });
 }
 
-void FaultStory::expectToServe() {
+void FaultStory::expectToExecute() {
     const auto before = line.written().size();
     EXPECT_THAT(status(), testing::HasSubstr("; zoom: "));
     send("PICMUTE");
     waitUntilExecuted();
     EXPECT_EQ(line.written().substr(before), "PMUTE\r");
+}
+
+void FaultStory::expectToServe() {
+    expectToExecute();
     auto newest = installation.log();
     newest.resize(2);
     EXPECT_THAT(newest, testing::UnorderedElementsAre(testing::HasSubstr(" cmd=NATMEMCLEAR ("),

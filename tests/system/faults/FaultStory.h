@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "system/harness/Faults.h"
+#include "system/faults/Faults.h"
 #include "system/harness/LensStory.h"
 
 namespace orx::test {
@@ -14,6 +14,9 @@ class FaultStory : public LensStory {
     /// Installs a lens and its configuration, from which nothing is left to defaults: a daemon that
     /// cannot read it finds no definitions.
     void SetUp() override;
+
+    /// Writes that configuration with the lines `more`.
+    void configure(const std::string& more) const;
 
     /// What a daemon is started with so that `faults` reach it.
     [[nodiscard]] Launch underFaults() const;
@@ -25,8 +28,10 @@ class FaultStory : public LensStory {
     /// are given time after time nobody makes a call or uses the processor.
     void waitUntilCalm();
 
-    /// Expects that the status is answered, that a command reaches the line, and that the log is
-    /// up to date.
+    /// Expects that the status is answered and that a command reaches the line.
+    void expectToExecute();
+
+    /// As `expectToExecute`, and that the log is up to date.
     void expectToServe();
 
     /// The lens memory file that the daemon has found.

@@ -1,4 +1,4 @@
-#include "system/harness/Faults.h"
+#include "system/faults/Faults.h"
 
 #include <ctime>
 #include <fcntl.h>

@@ -18,12 +18,14 @@ std::vector<std::string> daemonCommand() {
 }
 
 ChildStart startOf(const std::string& prefix, const Launch& launch) {
-    ChildStart start{.command = daemonCommand(),
+    ChildStart start{.command = launch.through,
                      .environment = {"ORX_TEST_PREFIX=" + prefix},
                      .sessionLeader = launch.sessionLeader,
                      .closedDescriptors = launch.closedDescriptors};
     start.environment.insert(start.environment.end(), launch.environment.begin(),
                              launch.environment.end());
+    const auto command = daemonCommand();
+    start.command.insert(start.command.end(), command.begin(), command.end());
     start.command.insert(start.command.end(), launch.arguments.begin(), launch.arguments.end());
     return start;
 }

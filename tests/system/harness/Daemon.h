@@ -19,6 +19,7 @@ struct Launch {
     bool sessionLeader = false;              ///< as a service manager starts it
     std::vector<int> closedDescriptors{};    ///< which of 0, 1 and 2 it does not get
     std::vector<std::string> environment{};  ///< added to that of the test, "NAME=value" each
+    std::vector<std::string> through{};      ///< a command that is to become the daemon
 };
 
 class Daemon {
@@ -57,6 +58,11 @@ class Daemon {
 
     /// Text on standard error is no mistake from now on: an abnormal end explains itself there.
     void expectErrorText() { process.expectErrorText(); }
+
+    /// All that it has written to standard error. Once it has ended.
+    [[nodiscard]] std::string errorText() const { return process.errorText(); }
+
+    [[nodiscard]] pid_t id() const noexcept { return process.id(); }
 
     /// Closes the reading end of standard output, as a terminal does that goes away.
     void closeConsole() { process.closeOutput(); }
