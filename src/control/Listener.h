@@ -36,7 +36,8 @@ class Listener {
     [[nodiscard]] std::optional<std::string_view> receive(std::span<char> buffer,
                                                           sockaddr_in& sender);
 
-    /// Sends `text` as one datagram; a failure is ignored. For the receiving thread.
+    /// Sends `text` as one datagram; a failure is ignored. For the receiving thread. A derived
+    /// class can take the replies instead of the socket.
     virtual void reply(const sockaddr_in& address, std::string_view text) const;
 
     /// The IPv4 address of `address` as a dotted quad, without the port.

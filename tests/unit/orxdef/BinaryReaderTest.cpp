@@ -148,7 +148,7 @@ TEST(BinaryReader, reportsAnyCountThatIsTooHigh) {
                             {20, 2, " of the projector list is cut short"},
                             {39 + 8, 2, " with the strings of \"M\" is cut short"},
                             {39 + 10, 1, " with the arguments of \"M\" is cut short"}}) {
-        for (const int value : {3, 127, 128, 255})
+        for (const int value : {127, 128, 255})
             EXPECT_THAT(damageOf(changed(image, lowByte, value)), Contains(HasSubstr(message)));
         if (bytes == 1) continue;
         for (const int value : {1, 128, 255})
