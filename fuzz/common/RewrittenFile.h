@@ -1,5 +1,5 @@
-// A file whose content is replaced for every input: opened once and written over, which is far
-// cheaper than a new file each time.
+// A file whose content is replaced for every input. Its name stays, but what has been saved to it
+// may have made it another file.
 #pragma once
 
 #include <fcntl.h>
@@ -20,13 +20,13 @@ class RewrittenFile {
     /// Below the folder of this process; makes the folders on the way.
     explicit RewrittenFile(const std::string& name) : filePath(INSTALL_PREFIX + "/" + name) {
         std::filesystem::create_directories(std::filesystem::path(filePath).parent_path());
-        file = FileDescriptor(::open(filePath.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600));
     }
 
     void write(std::string_view content) const {
-        const auto size = static_cast<off_t>(content.size());
-        expect(::pwrite(file.get(), content.data(), content.size(), 0) == size &&
-                   ::ftruncate(file.get(), size) == 0,
+        const FileDescriptor file(
+            ::open(filePath.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600));
+        expect(::write(file.get(), content.data(), content.size()) ==
+                   static_cast<ssize_t>(content.size()),
                "no room for a file");
     }
 
@@ -35,7 +35,6 @@ class RewrittenFile {
 
   private:
     std::string filePath;
-    FileDescriptor file;
 };
 
 }  // namespace orx::fuzz
