@@ -117,7 +117,7 @@ TEST_F(HeldLine, HeldTimeAndAgainLosesNothing) {
         send("OFF");
         line.resume();
         expected += "ON\rOFF\r";
-        waitForLog(R"(sending OFF\x0d [4f 46 46 0d])");
+        line.waitFor(expected);
     }
     waitUntilExecuted();
     EXPECT_EQ(line.written(), expected);

@@ -49,10 +49,10 @@ DayFigures Day::figures() const {
 void Day::giveOne() {
     constexpr int kinds = 100;
     const int kind = dice.below(kinds);
-    if (kind < 1) {
+    if (kind < 3) {
         play.give(rollCalibration());
         ++seen.calibrations;
-    } else if (kind < 2) {
+    } else if (kind < 4) {
         play.give({.command = {.act = Act::clear}});
     } else if (kind < 20) {
         play.give(rollOther());

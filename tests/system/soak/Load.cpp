@@ -1,6 +1,5 @@
 #include "system/soak/Load.h"
 
-#include <algorithm>
 #include <cstdlib>
 #include <stdexcept>
 

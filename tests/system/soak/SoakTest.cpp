@@ -32,6 +32,7 @@ TEST_P(SoakOf, TenMinutesOfUseLeaveTheLensWhereTheStatusSays) {
     Day day({.commands = 60, .settled = 30, .seed = GetParam()});
     day.run();
     const auto seen = day.figures();
+    EXPECT_GT(seen.calibrations, 0);
     EXPECT_GT(seen.moves, 0);
     EXPECT_GT(seen.play.comparisons, 0);
     EXPECT_EQ(seen.atEnd, seen.atStart);

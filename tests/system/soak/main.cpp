@@ -2,6 +2,7 @@
 // orx_soak day [COMMANDS [SEED]]
 //
 // Prints figures; ends with 1 where one of them is not as it has to be.
+#include <algorithm>
 #include <chrono>
 #include <exception>
 #include <iomanip>
@@ -81,24 +82,28 @@ bool soak(auto work) {
 bool soakWith(const std::string& mode, long count, std::uint64_t seed) {
     // Behind that many all that the daemon needs for good has been used once.
     constexpr long part = 20;
+    const long settled = std::max(count / part, 1L);
     if (mode == "load") {
-        return soak(Load({.datagrams = count, .settled = count / part, .seed = seed}));
+        return soak(Load({.datagrams = count, .settled = settled, .seed = seed}));
     }
-    return soak(Day({.commands = count, .settled = count / part, .seed = seed}));
+    return soak(Day({.commands = count, .settled = settled, .seed = seed}));
 }
 
-int soakAsAsked(const std::vector<std::string>& words) {
-    if (words.empty() || words.size() > 3 || (words[0] != "load" && words[0] != "day")) {
-        std::cerr << "Usage: orx_soak load [DATAGRAMS [SEED]]\n"
-                     "       orx_soak day [COMMANDS [SEED]]\n";
-        return 2;
-    }
+bool soakAsAsked(const std::vector<std::string>& words) {
     constexpr long usualDatagrams = 2'000'000;
     constexpr long usualCommands = 24 * 60 * 6;  // one every ten seconds
-    const long usual = words[0] == "load" ? usualDatagrams : usualCommands;
+    const long usual = words.at(0) == "load" ? usualDatagrams : usualCommands;
     const long count = words.size() > 1 ? std::stol(words[1]) : usual;
-    const auto seed = words.size() > 2 ? std::stoull(words[2]) : 1ULL;
-    return soakWith(words[0], count, seed) ? 0 : 1;
+    return soakWith(words[0], count, words.size() > 2 ? std::stoull(words[2]) : 1);
+}
+
+/// A number is left out or has digits alone.
+bool isACall(const std::vector<std::string>& words) {
+    const auto isNumber = [](const std::string& word) {
+        return !word.empty() && word.find_first_not_of("0123456789") == std::string::npos;
+    };
+    return !words.empty() && words.size() <= 3 && (words[0] == "load" || words[0] == "day") &&
+           std::all_of(words.begin() + 1, words.end(), isNumber);
 }
 
 }  // namespace
@@ -107,6 +112,12 @@ int soakAsAsked(const std::vector<std::string>& words) {
 /// What a child process has on its standard error is a failure, too, as it is in every test.
 int main(int argc, char** argv) {
     testing::InitGoogleTest(&argc, argv);
-    const int status = orx::test::soakAsAsked({argv + 1, argv + argc});
-    return testing::UnitTest::GetInstance()->ad_hoc_test_result().Failed() ? 1 : status;
+    const std::vector<std::string> words(argv + 1, argv + argc);
+    if (!orx::test::isACall(words)) {
+        std::cerr << "Usage: orx_soak load [DATAGRAMS [SEED]]\n"
+                     "       orx_soak day [COMMANDS [SEED]]\n";
+        return 2;
+    }
+    const bool passed = orx::test::soakAsAsked(words);
+    return passed && testing::UnitTest::GetInstance()->ad_hoc_test_result().Passed() ? 0 : 1;
 }
