@@ -6,19 +6,18 @@
 namespace orx::test {
 namespace {
 
-/// A projector whose lens has a long way to go, and a line on which a command costs no time.
-LensSequence rollBegin(Dice& dice, std::uint64_t seed) {
-    constexpr int shortest = 300;
-    constexpr int longest = 1000;
-    return {.seed = seed,
-            .model = seed % 2 == 0 ? "DEMO-1" : "DEMO-3",
-            .axes = {rollAxis(dice, shortest, longest), rollAxis(dice, shortest, longest)}};
+/// On a line where a command costs no time.
+LensSequence rollBegin(Dice& dice, const DaySetup& day) {
+    const auto roll = [&] { return rollAxis(dice, day.shortestTravel, day.longestTravel); };
+    return {.seed = day.seed,
+            .model = day.seed % 2 == 0 ? "DEMO-1" : "DEMO-3",
+            .axes = {roll(), roll()}};
 }
 
 }  // namespace
 
 Day::Day(const DaySetup& wanted, int channel)
-    : setup(wanted), dice(wanted.seed), begin(rollBegin(dice, wanted.seed)), play(begin, channel) {
+    : setup(wanted), dice(wanted.seed), begin(rollBegin(dice, wanted)), play(begin, channel) {
     play.compareAtRest();
     seen.atStart = play.stage().process().holdings();
 }

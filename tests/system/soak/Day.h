@@ -13,6 +13,8 @@ struct DaySetup {
     long commands = 0;
     long settled = 0;  ///< behind how many the memory is looked at first
     std::uint64_t seed = 1;
+    int shortestTravel = 300;  ///< of a lens, as calibrated at the start
+    int longestTravel = 1000;
 };
 
 struct DayFigures {

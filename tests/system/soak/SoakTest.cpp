@@ -29,7 +29,11 @@ INSTANTIATE_TEST_SUITE_P(Lenses, SoakOf, testing::Values(1, 2), [](const auto& t
 });
 
 TEST_P(SoakOf, TenMinutesOfUseLeaveTheLensWhereTheStatusSays) {
-    Day day({.commands = 60, .settled = 30, .seed = GetParam()});
+    Day day({.commands = 60,
+             .settled = 30,
+             .seed = GetParam(),
+             .shortestTravel = 60,
+             .longestTravel = 200});
     day.run();
     const auto seen = day.figures();
     EXPECT_GT(seen.calibrations, 0);
