@@ -185,6 +185,21 @@ TEST_F(FileReplacementTest, WritesInPlaceWhereTheFolderTakesNoSecondFile) {
     }
 }
 
+TEST_F(FileReplacementTest, CreatesAMissingFileWhereTheFolderTakesNoSecondFile) {
+    allowNoSecondFile();
+    disk.mostBytesAtOnce = 2;
+    replace("new");
+    EXPECT_EQ(contentOf(path), "new");
+    EXPECT_EQ(disk.steps.back().kind, DiskStep::Kind::sync);
+}
+
+TEST_F(FileReplacementTest, LeavesNoPartOfAMissingFileThatCannotBeWritten) {
+    allowNoSecondFile();
+    alwaysFail("write", ENOSPC);
+    replace("new");
+    EXPECT_THAT(names(), testing::IsEmpty());
+}
+
 TEST_F(FileReplacementTest, WritesInPlaceWhereTheNewFileCannotBeMadeToLookAsTheOld) {
     for (const auto* operation : {"setOwner", "setMode", "rename"}) {
         folder.write("lensmemory.cfg", "old content");

@@ -82,6 +82,7 @@ TEST_F(LensConfigSlots, AreReadWhereTheyAreWellFormed) {
         // With the separators the wrong way round the position reaches to the end of the piece.
         {"5;7:9,", {slot(5, 9, 7)}},
         {"5;7:9;8,", {slot(5, 9, 7)}},
+        {"5;7:123456,", {slot(5, 123456, 7)}},
     };
     for (const auto& [mem, slots] : cases) {
         SCOPED_TRACE(mem);

@@ -1,6 +1,7 @@
 // Little-endian fields, also where the bytes end too early.
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -53,6 +54,13 @@ TEST(LittleEndianView, ReadsZeroBeyondTheEnd) {
     EXPECT_EQ(view.number(100'000'000, Field{13, 2}), 0U);
     EXPECT_EQ(view.integer(3, Field{0, 1}), 0);
     EXPECT_EQ(LittleEndianView("").number(0, Field{0, 4}), 0U);
+}
+
+TEST(LittleEndianView, ReadsNothingOfTheBytesBehindItsOwn) {
+    constexpr std::string_view bytes = "\x11\x22\x33\x44";
+    const LittleEndianView view(bytes.substr(0, 2));
+    EXPECT_EQ(view.number(0, Field{0, 4}), 0x2211U);
+    EXPECT_EQ(view.text(1, 3), "\x22\0\0"s);
 }
 
 TEST(LittleEndianView, GivesTextOfAnyBytes) {
