@@ -48,9 +48,10 @@ Load::Load(const LoadSetup& wanted, int channel)
 }
 
 void Load::run() {
+    constexpr int betweenTwoQuestions = 5;
     beginMove();
     while (seen.sent < setup.datagrams) {
-        playRound();
+        playRound(betweenTwoQuestions);
         if (arrived) {
             endMove();
             beginMove();
@@ -60,7 +61,7 @@ void Load::run() {
         }
     }
     while (!arrived)
-        playRound();
+        playRound(0);
     endMove();
     compareConsole();
     seen.residentAtEnd = bench.process().residentKilobytes();
@@ -74,16 +75,15 @@ void Load::run() {
 
 /// The daemon reads in the order of the sending, and the answers are looked at in that order, too:
 /// a later one must never show the lens further back.
-void Load::playRound() {
+void Load::playRound(int others) {
     for (const auto& client : clients)
-        sendBurst(client);
+        sendBurst(client, others);
     for (const auto& client : clients)
         take(client.receive());
     readConsole();
 }
 
-void Load::sendBurst(const Client& client) {
-    constexpr int others = 5;
+void Load::sendBurst(const Client& client, int others) {
     bool mayBeOversized = true;
     for (int number = 0; number < others; ++number) {
         const auto datagram = mix.next(mayBeOversized);

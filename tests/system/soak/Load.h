@@ -50,8 +50,8 @@ class Load {
   private:
     static constexpr std::size_t clientCount = 8;
 
-    void playRound();
-    void sendBurst(const Client& client);
+    void playRound(int others);
+    void sendBurst(const Client& client, int others);
     void sendOne(const Client& client, const Datagram& datagram);
     void take(const std::string& reply);
     void readConsole();

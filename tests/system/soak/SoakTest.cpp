@@ -9,11 +9,14 @@ namespace {
 
 constexpr double fivePercent = 1.05;
 
-TEST(Soak, TwentyThousandDatagramsDuringALensMoveLoseNoStepAndLeaveNothing) {
-    Load load({.datagrams = 20'000, .settled = 5'000});
+/// A sanitizer takes many times as long, and its memory is not looked at.
+constexpr long datagrams = memoryIsTelling ? 20'000 : 5'000;
+
+TEST(Soak, DatagramsByTheThousandDuringALensMoveLoseNoStepAndLeaveNothing) {
+    Load load({.datagrams = datagrams, .settled = datagrams / 4});
     load.run();
     const auto& seen = load.figures();
-    EXPECT_GE(seen.sent, 20'000);
+    EXPECT_GE(seen.sent, datagrams);
     EXPECT_GT(seen.steps, 0);
     EXPECT_EQ(seen.atEnd, seen.atStart);
     if (memoryIsTelling) {
