@@ -138,8 +138,8 @@ ProjectorDefinitionFile::Model ProjectorDefinitionFile::parseBlock(const std::st
     CommandStrings strings;
     for (auto count = block.number(0, format::block::stringCount); count > 0; --count) {
         const auto length = block.number(place, string_entry::length);
-        const auto& command = commandName(block.integer(place, string_entry::commandId));
-        strings[command] = block.text(place + string_entry::fixedSize, length);
+        strings[commandName(block.integer(place, string_entry::commandId))] =
+            block.text(place + string_entry::fixedSize, length);
         place += string_entry::fixedSize + length;
     }
     ArgumentTable arguments;
@@ -149,9 +149,9 @@ ProjectorDefinitionFile::Model ProjectorDefinitionFile::parseBlock(const std::st
         arguments[command][number] = argumentDescriptor(block, place);
         place += format::descriptor::size;
     }
-    return {SerialSettings(lineParameters(block)),
-            Projector(name, std::move(arguments), std::move(strings),
-                      block.integer(0, format::block::checksum))};
+    const SerialSettings settings(lineParameters(block));
+    const int checksum = block.integer(0, format::block::checksum);
+    return {settings, Projector(name, std::move(arguments), std::move(strings), checksum)};
 }
 
 /// The name of a command of the list; a number that is not in it is added with an empty name.
