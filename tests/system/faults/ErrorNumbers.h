@@ -2,6 +2,8 @@
 #pragma once
 
 #include <cerrno>
+#include <map>
+#include <string>
 #include <vector>
 
 namespace orx::test {
@@ -21,5 +23,21 @@ inline const ErrorNumbers truncateErrors{EACCES, EBADF,  EFBIG, EINTR, EINVAL,
 inline const ErrorNumbers seekErrors{EBADF, EINVAL, ENXIO, EOVERFLOW, ESPIPE};
 inline const ErrorNumbers listenErrors{EADDRINUSE, EBADF, ENOTSOCK, EOPNOTSUPP};
 inline const ErrorNumbers terminalErrors{EBADF, EINTR, EINVAL, EIO, ENOTTY};
+
+/// By name, for every call that saving the lens memory makes.
+inline const std::map<std::string, ErrorNumbers> saveErrors{
+    {"lstat", {EACCES, EFAULT, ELOOP, ENAMETOOLONG, ENOMEM, ENOTDIR, EOVERFLOW}},
+    {"readlink", {EACCES, EFAULT, EINVAL, EIO, ELOOP, ENAMETOOLONG, ENOENT, ENOMEM, ENOTDIR}},
+    {"open", openErrors},
+    {"fstat", {EBADF, EFAULT, EIO, ENOMEM, EOVERFLOW}},
+    {"fchown", {EBADF, EINVAL, EIO, EPERM, EROFS}},
+    {"fchmod", {EBADF, EIO, EPERM, EROFS}},
+    {"write", writeErrors},
+    {"fsync", {EBADF, EDQUOT, EINTR, EINVAL, EIO, ENOSPC, EROFS}},
+    {"rename",
+     {EACCES, EBUSY, EDQUOT, EEXIST, EFAULT, EINVAL, EIO, EISDIR, ELOOP, EMLINK, ENAMETOOLONG,
+      ENOENT, ENOMEM, ENOSPC, ENOTDIR, ENOTEMPTY, EPERM, EROFS, EXDEV}},
+    {"close", closeErrors},
+};
 
 }  // namespace orx::test

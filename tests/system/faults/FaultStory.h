@@ -28,6 +28,9 @@ class FaultStory : public LensStory {
     /// are given time after time nobody makes a call or uses the processor.
     void waitUntilCalm();
 
+    /// Waits until the daemon holds what one held that `startUnderFaults` has started.
+    void waitUntilNothingIsLost() const { daemon->waitForHoldings(holdingsBefore); }
+
     /// Expects that the status is answered and that a command reaches the line.
     void expectToExecute();
 
