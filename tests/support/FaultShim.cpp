@@ -38,7 +38,6 @@ namespace {
 
 using orx::test::Deed;
 using orx::test::FaultBoard;
-using orx::test::FaultPlan;
 
 /// The function of that name behind this library.
 template <typename Function>
@@ -164,6 +163,7 @@ void shift(Seconds& seconds) noexcept {
 
 }  // namespace
 
+// NOLINTBEGIN(readability-inconsistent-declaration-parameter-name): the system's are reserved
 extern "C" {
 
 int socket(int domain, int type, int protocol) noexcept {
@@ -276,11 +276,6 @@ int fsync(int descriptor) {
     return call("fsync", Place(descriptor), -1, [&] { return real(descriptor); });
 }
 
-int fdatasync(int descriptor) {
-    static const auto real = next<decltype(::fdatasync)>("fdatasync");
-    return call("fdatasync", Place(descriptor), -1, [&] { return real(descriptor); });
-}
-
 int fchmod(int descriptor, mode_t mode) noexcept {
     static const auto real = next<decltype(::fchmod)>("fchmod");
     return call("fchmod", Place(descriptor), -1, [&] { return real(descriptor, mode); });
@@ -301,11 +296,6 @@ int fstat64(int descriptor, struct stat64* result) noexcept {
     return call("fstat", Place(descriptor), -1, [&] { return real(descriptor, result); });
 }
 
-int stat(const char* path, struct stat* result) noexcept {
-    static const auto real = next<int(const char*, struct stat*)>("stat");
-    return call("stat", Place(path), -1, [&] { return real(path, result); });
-}
-
 int lstat(const char* path, struct stat* result) noexcept {
     static const auto real = next<decltype(::lstat)>("lstat");
     return call("lstat", Place(path), -1, [&] { return real(path, result); });
@@ -316,12 +306,6 @@ ssize_t readlink(const char* path, char* bytes, size_t size) noexcept {
     return call("readlink", Place(path), ssize_t{-1}, [&] { return real(path, bytes, size); });
 }
 
-char* realpath(const char* path, char* resolved) noexcept {
-    static const auto real = next<decltype(::realpath)>("realpath");
-    return call("realpath", Place(path), static_cast<char*>(nullptr),
-                [&] { return real(path, resolved); });
-}
-
 int rename(const char* from, const char* to) noexcept {
     static const auto real = next<decltype(::rename)>("rename");
     return call("rename", Place(to), -1, [&] { return real(from, to); });
@@ -330,11 +314,6 @@ int rename(const char* from, const char* to) noexcept {
 int unlink(const char* path) noexcept {
     static const auto real = next<decltype(::unlink)>("unlink");
     return call("unlink", Place(path), -1, [&] { return real(path); });
-}
-
-int remove(const char* path) noexcept {
-    static const auto real = next<int(const char*)>("remove");
-    return call("remove", Place(path), -1, [&] { return real(path); });
 }
 
 FILE* fopen(const char* path, const char* mode) {
@@ -401,3 +380,4 @@ int clock_gettime(clockid_t clock, timespec* moment) noexcept {
 }
 
 }  // extern "C"
+// NOLINTEND(readability-inconsistent-declaration-parameter-name)
