@@ -91,7 +91,7 @@ bool soakWith(const std::string& mode, long count, std::uint64_t seed) {
 
 bool soakAsAsked(const std::vector<std::string>& words) {
     constexpr long usualDatagrams = 2'000'000;
-    constexpr long usualCommands = 24 * 60 * 6;  // one every ten seconds
+    constexpr long usualCommands = 24L * 60 * 6;  // one every ten seconds
     const long usual = words.at(0) == "load" ? usualDatagrams : usualCommands;
     const long count = words.size() > 1 ? std::stol(words[1]) : usual;
     return soakWith(words[0], count, words.size() > 2 ? std::stoull(words[2]) : 1);
