@@ -187,6 +187,7 @@ void check(const std::string& text) {
     config->save();
     config->reload();
     expectEqual(dumpOf(*config), expectedDump(entries), "the entries once saved");
+    checkAliases(*config, entries);
 }
 
 }  // namespace
