@@ -195,6 +195,7 @@ class WatchedControl final : public CommandExecutor {
         const auto error = errorOf([&] { control.execute(command); });
         if (movesLens(command)) {
             expectEqual(error, "", "a lens command ended");
+            expect(std::ranges::all_of(bench().line.writes, isLensStep), "no step of the lens");
         } else {
             checkWrites(expectedWrites(command), error);
         }

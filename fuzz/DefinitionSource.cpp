@@ -28,7 +28,7 @@ void giveBack(const std::string& image) {
     const auto text = tomlText(definitions);
     Mistakes mistakes({"given back"});
     const auto again = binaryImage(parseToml({text}, mistakes), mistakes);
-    if (mistakes.empty() && again != image) fail("does not compile to the same bytes:\n" + text);
+    if (!mistakes.empty() || again != image) fail("does not compile to the same bytes:\n" + text);
 }
 
 }  // namespace

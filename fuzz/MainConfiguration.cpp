@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <map>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -155,17 +156,51 @@ void checkSerialSettings(const MainConfig& config, const Entries& entries) {
                 "the timeout of the line");
 }
 
+/// The address of four numbers with a point between each two, the highest byte first.
+std::optional<std::uint32_t> dottedQuad(const std::string& text) {
+    const auto numbers = splitAt('.', text);
+    if (numbers.size() != 4) return std::nullopt;
+    std::uint32_t address = 0;
+    for (const auto& number : numbers) {
+        const bool isWritten = !number.empty() && number.size() <= 3 &&
+                               number.find_first_not_of("0123456789") == std::string::npos &&
+                               (number == "0" || number.front() != '0');
+        if (!isWritten || std::stoi(number) > 255) return std::nullopt;
+        address = address * 256 + static_cast<std::uint32_t>(std::stoi(number));
+    }
+    return address;
+}
+
+struct Place {
+    std::uint32_t address;
+    std::uint16_t port;
+
+    bool operator==(const Place&) const = default;
+};
+
+Outcome<Place> expectedPlace(const std::string& text) {
+    // A text ends at its first zero byte where it is an error or an address.
+    const auto upToZero = [](const std::string& any) { return std::string(any.c_str()); };
+    const auto colon = text.find(':');
+    if (colon == std::string::npos)
+        return {{}, upToZero("[LISTENER] port missing in interface: " + text)};
+    const auto port = wholeNumber(trimmed(text.substr(colon + 1)));
+    if (!port.value) return {{}, port.error};
+    auto host = trimmed(text.substr(0, colon));
+    if (host == "*") host = "0.0.0.0";
+    const auto address = dottedQuad(upToZero(host));
+    if (!address)
+        return {{}, upToZero("[LISTENER] IP address " + host + " could not be converted: Success")};
+    return {Place{*address, static_cast<std::uint16_t>(*port.value)}, {}};
+}
+
 void checkInterfaces(const MainConfig& config) {
     for (const auto& text : config.controlChannel()) {
-        const auto error = errorOf([&text] {
-            const auto interface = parseInterface(text);
-            expect(interface.socketAddress.sin_port ==
-                       htons(static_cast<std::uint16_t>(interface.portNumber)),
-                   "another port");
+        const auto place = outcomeOf([&text] {
+            const auto address = parseInterface(text).socketAddress;
+            return Place{ntohl(address.sin_addr.s_addr), ntohs(address.sin_port)};
         });
-        expect(error.empty() || error.starts_with("[LISTENER] ") || error == noNumber("stoi") ||
-                   error == tooGreat("stoi"),
-               "an interface ends with " + error);
+        expect(place == expectedPlace(text), "where a channel listens: " + text);
     }
 }
 

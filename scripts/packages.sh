@@ -27,10 +27,10 @@ BUILD_PACKAGES=(g++ make cmake libtomlplusplus-dev libcli11-dev nlohmann-json3-d
 TEST_PACKAGES=(libgtest-dev libgmock-dev python3-minimal libpython3-stdlib python3-jsonschema
     netcat-openbsd zsh fish)
 DEMO_PACKAGES=(python3-minimal libpython3-stdlib)
-CI_PACKAGES=(clang libclang-rt-14-dev clang-format clang-tidy ccache)
-FUZZ_PACKAGES=(clang libclang-rt-14-dev)
+CI_PACKAGES=(clang libclang-rt-14-dev llvm clang-format clang-tidy ccache)
+FUZZ_PACKAGES=(clang libclang-rt-14-dev llvm)
 COVERAGE_PACKAGES=(gcovr)
-SANITIZER_PACKAGES=(clang libclang-rt-14-dev)
+SANITIZER_PACKAGES=(clang libclang-rt-14-dev llvm)
 HELGRIND_PACKAGES=(valgrind libc6-dbg)
 SECURITY_PACKAGES=(nftables iproute2 systemd)
 MUTATION_PACKAGES=(ninja-build lld python3-clang)

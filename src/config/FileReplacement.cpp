@@ -57,14 +57,17 @@ FileReplacement::FileReplacement(std::string filePath, Disk& usedDisk)
 void FileReplacement::replaceWith(std::string_view content) {
     if (current.isOpen() && ::fstat(current.get(), &status) != 0) return;
     const bool isDevice = current.isOpen() && !S_ISREG(status.st_mode);
+    const bool hasOtherNames = status.st_nlink > 1;
     // A link that cannot be followed must not be renamed over: the file behind it would stay old.
-    if (!isDevice && !target.empty() && replaceByRenaming(content)) return;
+    const bool canBeRenamedOver = !isDevice && !hasOtherNames && !target.empty();
+    if (canBeRenamedOver && replaceByRenaming(content)) return;
     writeInPlace(content);
 }
 
 bool FileReplacement::replaceByRenaming(std::string_view content) {
     const auto beside = target + "." + std::to_string(::getpid());
-    const auto file = disk.open(beside, O_WRONLY | O_CREAT | O_TRUNC | O_NOFOLLOW,
+    disk.remove(beside);  // left by a process of the same number that was cut short
+    const auto file = disk.open(beside, O_WRONLY | O_CREAT | O_EXCL,
                                 current.isOpen() ? modeOfFilesInTheMaking : modeOfNewFiles);
     if (!file.isOpen()) return false;
     if (looksAsCurrent(file) && writeAll(file, content) && disk.sync(file.get()) == 0 &&

@@ -8,8 +8,9 @@
 //
 // Where there can be no second file (a folder that may not be written, a file mounted by itself, a
 // disk without room for both, an owner whom we may not give a file to, a link that fails to be
-// read) and where the path leads to a device, the content is written in place: a write that fails
-// is then taken back, but a power cut in the middle of it is not.
+// read) and where it would not do (a device, a file with other names), the content is written in
+// place: a write that fails is then taken back, but a power cut in the middle of it is not.
+// Extended attributes, access control lists among them, do not go over to the new file.
 //
 // One object serves one replacement, on one thread.
 #pragma once

@@ -28,6 +28,9 @@ inline const ErrorNumbers terminalErrors{EBADF, EINTR, EINVAL, EIO, ENOTTY};
 inline const std::map<std::string, ErrorNumbers> saveErrors{
     {"lstat", {EACCES, EFAULT, ELOOP, ENAMETOOLONG, ENOMEM, ENOTDIR, EOVERFLOW}},
     {"readlink", {EACCES, EFAULT, EINVAL, EIO, ELOOP, ENAMETOOLONG, ENOENT, ENOMEM, ENOTDIR}},
+    {"unlink",
+     {EACCES, EBUSY, EFAULT, EIO, EISDIR, ELOOP, ENAMETOOLONG, ENOENT, ENOMEM, ENOTDIR, EPERM,
+      EROFS}},
     {"open", openErrors},
     {"fstat", {EBADF, EFAULT, EIO, ENOMEM, EOVERFLOW}},
     {"fchown", {EBADF, EINVAL, EIO, EPERM, EROFS}},

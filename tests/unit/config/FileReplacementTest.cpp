@@ -145,6 +145,25 @@ TEST_F(FileReplacementTest, WritesThroughToADevice) {
     EXPECT_THAT(disk.steps, Not(Contains(Field(&DiskStep::kind, DiskStep::Kind::rename))));
 }
 
+TEST_F(FileReplacementTest, WritesInPlaceWhatHasAnotherName) {
+    folder.write("lensmemory.cfg", "old");
+    std::filesystem::create_hard_link(path, folder.file("another name"));
+    replace("new");
+    EXPECT_EQ(contentOf(folder.file("another name")), "new");
+    EXPECT_EQ(contentOf(path), "new");
+}
+
+TEST_F(FileReplacementTest, IsNotHeldUpByWhatLiesBesideTheFile) {
+    const auto beside = folder.file("lensmemory.cfg." + std::to_string(::getpid()));
+    ASSERT_EQ(::mkfifo(beside.c_str(), 0600), 0);
+    const auto withheld = ::umask(022);
+    replace("new");
+    ::umask(withheld);
+    EXPECT_EQ(contentOf(path), "new");
+    EXPECT_EQ(statusOf(path).st_mode & 07777U, 0644U);
+    EXPECT_THAT(names(), ElementsAre("lensmemory.cfg"));
+}
+
 TEST_F(FileReplacementTest, TakesThePlaceOfWhatACutSaveLeftBeside) {
     folder.write("lensmemory.cfg", "old");
     folder.write("lensmemory.cfg." + std::to_string(::getpid()), "half of something longer");

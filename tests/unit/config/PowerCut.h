@@ -23,6 +23,7 @@ struct DiskState {
     struct File {
         std::string content{};
         mode_t mode = 0;
+        uid_t user = 0;
         bool operator==(const File&) const = default;
     };
 
@@ -48,6 +49,9 @@ struct DiskState {
                 break;
             case Kind::truncate:
                 files[step.file].content.resize(sizeOf(step), '\0');
+                break;
+            case Kind::setOwner:
+                files[step.file].user = step.user;
                 break;
             case Kind::setMode:
                 files[step.file].mode = step.mode;

@@ -18,7 +18,17 @@ namespace orx::test {
 
 /// One change of the disk. A file is known by its number, names lead to files.
 struct DiskStep {
-    enum class Kind { create, write, truncate, setMode, sync, syncFolder, rename, remove };
+    enum class Kind {
+        create,
+        write,
+        truncate,
+        setOwner,
+        setMode,
+        sync,
+        syncFolder,
+        rename,
+        remove
+    };
 
     Kind kind{};
     ino_t file = 0;
@@ -28,6 +38,7 @@ struct DiskStep {
     std::string bytes{};
     off_t size = 0;
     mode_t mode = 0;
+    uid_t user = 0;
 };
 
 class RecordingDisk : public Disk {
@@ -54,7 +65,12 @@ class RecordingDisk : public Disk {
         const bool existed = ::access(path.c_str(), F_OK) == 0;
         auto file = Disk::open(path, flags, mode);
         const auto number = file.isOpen() ? numberOf(file.get()) : 0;
-        if (file.isOpen() && !existed) add({.kind = Kind::create, .file = number, .name = path});
+        if (file.isOpen() && !existed) {
+            add({.kind = Kind::create, .file = number, .name = path});
+            add({.kind = Kind::setMode,
+                 .file = number,
+                 .mode = statusOf(file.get()).st_mode & permissions});
+        }
         if (file.isOpen() && existed && (flags & O_TRUNC) != 0)
             add({.kind = Kind::truncate, .file = number});
         return file;
@@ -77,7 +93,9 @@ class RecordingDisk : public Disk {
         return Disk::truncate(file, size);
     }
     int setOwner(int file, uid_t user, gid_t group) override {
-        return fails("setOwner") ? -1 : Disk::setOwner(file, user, group);
+        if (fails("setOwner")) return -1;
+        add({.kind = Kind::setOwner, .file = numberOf(file), .user = user});
+        return Disk::setOwner(file, user, group);
     }
     int setMode(int file, mode_t mode) override {
         if (fails("setMode")) return -1;
@@ -105,6 +123,8 @@ class RecordingDisk : public Disk {
     }
 
   private:
+    static constexpr mode_t permissions = 07777;
+
     static struct stat statusOf(int file) {
         struct stat status {};
         ::fstat(file, &status);

@@ -99,8 +99,8 @@ INSTANTIATE_TEST_SUITE_P(
         Start{"channelOfAnotherMachine", "controlchannel = 192.0.2.1:7781"},
         Start{"channelOnBroadcast", "controlchannel = 255.255.255.255:17781"},
         Start{"channelOnMulticast", "controlchannel = 224.0.0.251:17781"},
-        Start{"lowPort", "controlchannel = 127.0.0.77:1"},
-        Start{"cutPort", "controlchannel = 127.0.0.77:65537"},
+        Start{"lowPort", "controlchannel = " + test::privateAddress() + ":1"},
+        Start{"cutPort", "controlchannel = " + test::privateAddress() + ":65537"},
         Start{"channelTwice", "controlchannel = " + test::privateAddress() + ":17781, " +
                                   test::privateAddress() + ":17781"},
         Start{"folderAsLog", "logfile = /etc"}, Start{"noLog", "logfile ="}),
