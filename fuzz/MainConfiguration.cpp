@@ -118,7 +118,7 @@ void applyAliases(const MainConfig& config) {
 Outcome<int> expectedField(const Entries& entries, const SerialRange& range, int usual) {
     const auto entry = entries.find(std::string(range.key));
     if (entry == entries.end() || entry->second.empty()) return {usual, {}};
-    const auto number = wholeNumber(entry->second);
+    auto number = wholeNumber(entry->second);
     if (!number.value) return number;
     const bool taken = *number.value >= range.lowest && *number.value <= range.highest;
     return {taken ? *number.value : usual, {}};
@@ -180,7 +180,7 @@ struct Place {
 
 Outcome<Place> expectedPlace(const std::string& text) {
     // A text ends at its first zero byte where it is an error or an address.
-    const auto upToZero = [](const std::string& any) { return std::string(any.c_str()); };
+    const auto upToZero = [](const std::string& any) { return any.substr(0, any.find('\0')); };
     const auto colon = text.find(':');
     if (colon == std::string::npos)
         return {{}, upToZero("[LISTENER] port missing in interface: " + text)};
