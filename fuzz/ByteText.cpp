@@ -6,6 +6,7 @@
 
 #include "common/Check.h"
 #include "common/Numbers.h"
+#include "common/Trimmed.h"
 #include "core/Text.h"
 
 namespace orx::fuzz {
@@ -57,15 +58,6 @@ Outcome<std::string> unescaped(std::string_view text) {
         text.remove_prefix(escape ? 4 : 1);
     }
     return {bytes, {}};
-}
-
-std::string trimmed(std::string text) {
-    const std::string_view blanks = " \t\r\n";
-    while (!text.empty() && blanks.find(text.back()) != std::string_view::npos)
-        text.pop_back();
-    while (!text.empty() && blanks.find(text.front()) != std::string_view::npos)
-        text.erase(text.begin());
-    return text;
 }
 
 void check(const std::string& bytes) {

@@ -1,34 +1,24 @@
 // Any text as a definition in TOML: compiling and checking must survive it, and what it compiles to
 // must be read without damage and given back as a text that compiles to the same bytes.
 #include <cstdint>
-#include <cstdlib>
-#include <iostream>
 #include <string>
 
+#include "common/GivenBack.h"
 #include "orxdef/BinaryReader.h"
 #include "orxdef/BinaryWriter.h"
 #include "orxdef/Surprises.h"
 #include "orxdef/TomlReader.h"
-#include "orxdef/TomlWriter.h"
 
 using namespace orx::orxdef;
 
 namespace {
-
-[[noreturn]] void fail(const std::string& what) {
-    std::cerr << what << '\n';
-    std::abort();
-}
 
 /// Lengths that are said explicitly may be lies; everything else must come back.
 void giveBack(const std::string& image) {
     Mistakes damage({"compiled"});
     const auto definitions = readBinary(image, 0, damage);
     if (!damage.empty()) return;
-    const auto text = tomlText(definitions);
-    Mistakes mistakes({"given back"});
-    const auto again = binaryImage(parseToml({text}, mistakes), mistakes);
-    if (!mistakes.empty() || again != image) fail("does not compile to the same bytes:\n" + text);
+    orx::fuzz::expectSameGivenBack(definitions, image);
 }
 
 }  // namespace
@@ -38,7 +28,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     Mistakes mistakes({"any text"});
     const auto definitions = parseToml({text}, mistakes);
     const auto image = binaryImage(definitions, mistakes);
-    if (mistakes.empty() && !image) fail("no image, and no mistake that says why");
+    orx::fuzz::expect(!mistakes.empty() || image.has_value(),
+                      "no image, and no mistake that says why");
     findSurprises(definitions, mistakes);
     static_cast<void>(mistakes.lines());
     if (image) giveBack(*image);

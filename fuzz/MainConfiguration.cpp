@@ -13,6 +13,7 @@
 #include "common/Console.h"
 #include "common/Numbers.h"
 #include "common/RewrittenFile.h"
+#include "common/Trimmed.h"
 #include "config/MainConfig.h"
 #include "control/Interface.h"
 #include "projector/Projector.h"
@@ -22,15 +23,6 @@ namespace orx::fuzz {
 namespace {
 
 using Entries = std::map<std::string, std::string>;
-
-std::string trimmed(std::string_view text) {
-    const std::string_view blanks = " \t\r\n";
-    while (!text.empty() && blanks.find(text.front()) != std::string_view::npos)
-        text.remove_prefix(1);
-    while (!text.empty() && blanks.find(text.back()) != std::string_view::npos)
-        text.remove_suffix(1);
-    return std::string(text);
-}
 
 std::vector<std::string> splitAt(char separator, const std::string& text) {
     std::vector<std::string> pieces(1);

@@ -29,6 +29,13 @@ class FileReplacementTest : public testing::Test {
   protected:
     void replace(const std::string& content) { FileReplacement(path, disk).replaceWith(content); }
 
+    /// As `replace`, in a process that withholds those rights from new files.
+    void replaceUnderMask(mode_t mask, const std::string& content) {
+        const auto before = ::umask(mask);
+        replace(content);
+        ::umask(before);
+    }
+
     [[nodiscard]] static struct stat statusOf(const std::string& file) {
         struct stat status {};
         EXPECT_EQ(::stat(file.c_str(), &status), 0) << file;
@@ -82,9 +89,7 @@ TEST_F(FileReplacementTest, IsTheWayAConfigurationFileIsSaved) {
 }
 
 TEST_F(FileReplacementTest, CreatesAMissingFileAsAnyProgramDoes) {
-    const auto withheld = ::umask(027);
-    replace("new");
-    ::umask(withheld);
+    replaceUnderMask(027, "new");
     EXPECT_EQ(contentOf(path), "new");
     EXPECT_EQ(statusOf(path).st_mode & 07777U, 0640U);
     EXPECT_THAT(names(), ElementsAre("lensmemory.cfg"));
@@ -156,9 +161,7 @@ TEST_F(FileReplacementTest, WritesInPlaceWhatHasAnotherName) {
 TEST_F(FileReplacementTest, IsNotHeldUpByWhatLiesBesideTheFile) {
     const auto beside = folder.file("lensmemory.cfg." + std::to_string(::getpid()));
     ASSERT_EQ(::mkfifo(beside.c_str(), 0600), 0);
-    const auto withheld = ::umask(022);
-    replace("new");
-    ::umask(withheld);
+    replaceUnderMask(022, "new");
     EXPECT_EQ(contentOf(path), "new");
     EXPECT_EQ(statusOf(path).st_mode & 07777U, 0644U);
     EXPECT_THAT(names(), ElementsAre("lensmemory.cfg"));
