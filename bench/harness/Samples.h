@@ -1,0 +1,31 @@
+// The figures of one thing measured many times over.
+#pragma once
+
+#include <vector>
+
+namespace orx::bench {
+
+class Samples {
+  public:
+    void add(double sample) { samples.push_back(sample); }
+    [[nodiscard]] bool empty() const noexcept { return samples.empty(); }
+
+    /// The sample that as many are above as below. Throws where there is none.
+    [[nodiscard]] double median() const { return quantile(0.5); }
+
+    /// The sample that one in a hundred exceeds. Throws where there is none.
+    [[nodiscard]] double p99() const { return quantile(0.99); }
+
+  private:
+    [[nodiscard]] double quantile(double share) const;
+
+    std::vector<double> samples;
+};
+
+/// The same thing measured of the daemon and, in turns with it, of its limit.
+struct Pair {
+    Samples ours;
+    Samples limit;
+};
+
+}  // namespace orx::bench
