@@ -2,13 +2,14 @@
 //
 // Measures the daemon beside its limits and prints one table. Ends with 1 where a row is not within
 // its bound.
-#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <exception>
 #include <iostream>
 #include <regex>
 #include <string>
 #include <vector>
+
+#include <CLI/CLI.hpp>
 
 #include "harness/Run.h"
 #include "rows/Growth.h"

@@ -1,8 +1,9 @@
 // Encoding of a command with one argument, by type of descriptor, beside snprintf of the same text.
 #include <array>
-#include <benchmark/benchmark.h>
 #include <cstdio>
 #include <string>
+
+#include <benchmark/benchmark.h>
 
 #include "commands/Command.h"
 #include "projector/Projector.h"

@@ -1,7 +1,8 @@
 // One message into a log of 50 lines, beside the writing of as many bytes.
-#include <benchmark/benchmark.h>
 #include <filesystem>
 #include <string>
+
+#include <benchmark/benchmark.h>
 
 #include "core/Log.h"
 #include "limits/Floor.h"

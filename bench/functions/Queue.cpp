@@ -1,6 +1,7 @@
 // Commands that wait in the queue before its thread starts.
-#include <benchmark/benchmark.h>
 #include <memory>
+
+#include <benchmark/benchmark.h>
 
 #include "commands/CommandQueue.h"
 

@@ -1,7 +1,6 @@
 // What is read, beside the reading of its bytes alone: datagrams, definitions, configuration, lens
 // memory.
 #include <array>
-#include <benchmark/benchmark.h>
 #include <fcntl.h>
 #include <fstream>
 #include <memory>
@@ -10,6 +9,8 @@
 #include <sys/socket.h>
 #include <unistd.h>
 #include <utility>
+
+#include <benchmark/benchmark.h>
 
 #include "commands/Command.h"
 #include "config/MainConfig.h"
@@ -92,8 +93,7 @@ void readDefinitions(benchmark::State& state) {
 
 void loadConfiguration(benchmark::State& state) {
     const test::TemporaryFolder folder;
-    const auto path =
-        folder.write("configuration", configuration(static_cast<int>(state.range())));
+    const auto path = folder.write("configuration", configuration(static_cast<int>(state.range())));
     for (auto iteration : state)
         benchmark::DoNotOptimize(MainConfig::create(path));
 }
@@ -113,8 +113,8 @@ void loadLensMemory(benchmark::State& state) {
     openLog(folder.file("log"));
     writeLensMemory(lensMemory(static_cast<int>(state.range())));
     const MainConfig config(ConfigFile::Entries{});
-    const auto projector = std::make_shared<const Projector>(
-        "BENCH", ArgumentTable{}, CommandStrings{}, 0);
+    const auto projector =
+        std::make_shared<const Projector>("BENCH", ArgumentTable{}, CommandStrings{}, 0);
     const auto zoom = std::make_shared<LensControl>(projector, zoomCommands);
     const auto focus = std::make_shared<LensControl>(projector, focusCommands);
     for (auto iteration : state) {

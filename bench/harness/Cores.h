@@ -14,7 +14,8 @@ struct Placement {
     int server;
 };
 
-/// Client and server on one core, and on two. Throws on a machine that gives this program one alone.
+/// Client and server on one core, and on two. Throws on a machine that gives this program one
+/// alone.
 [[nodiscard]] std::array<Placement, 2> placements();
 
 /// Keeps the calling thread, and what it starts from now on, on `core`.

@@ -1,11 +1,12 @@
 #include "harness/FunctionTimes.h"
 
 #include <array>
-#include <benchmark/benchmark.h>
 #include <fcntl.h>
 #include <stdexcept>
 #include <unistd.h>
 #include <vector>
+
+#include <benchmark/benchmark.h>
 
 #include "core/FileDescriptor.h"
 
@@ -48,11 +49,10 @@ class SilentOutput {
 };
 
 void setOptions(bool quick) {
-    std::vector<std::string> options{"bench", "--benchmark_enable_random_interleaving=true",
-                                     quick ? "--benchmark_repetitions=3"
-                                           : "--benchmark_repetitions=15",
-                                     quick ? "--benchmark_min_time=0.01"
-                                           : "--benchmark_min_time=0.05"};
+    std::vector<std::string> options{
+        "bench", "--benchmark_enable_random_interleaving=true",
+        quick ? "--benchmark_repetitions=3" : "--benchmark_repetitions=15",
+        quick ? "--benchmark_min_time=0.01" : "--benchmark_min_time=0.05"};
     std::vector<char*> arguments;
     for (auto& option : options)
         arguments.push_back(option.data());

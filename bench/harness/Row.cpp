@@ -87,8 +87,8 @@ Row p99Row(std::string measure, std::string unit, const Pair& pair, Bound bound)
 }
 
 Row ratioRow(std::string measure, std::string unit, double ours, double limit, Bound bound) {
-    return {std::move(measure), std::move(unit), Figures{ours}, Figures{limit}, ours / limit,
-            bound};
+    return {std::move(measure), std::move(unit), Figures{ours},
+            Figures{limit},     ours / limit,    bound};
 }
 
 Row figureRow(std::string measure, std::string unit, double figure, Bound bound) {
@@ -102,9 +102,9 @@ std::string tableTitles() {
 std::string tableLine(const Row& row) {
     const auto median = [](const auto& side) { return side ? number(side->median) : ""; };
     const auto p99 = [](const auto& side) { return side ? numberOrNone(side->p99) : ""; };
-    return line(row.measure, {row.unit, median(row.ours), p99(row.ours), median(row.limit),
-                              p99(row.limit), row.limit ? number(row.judged) : "",
-                              row.bound.text()}) +
+    return line(row.measure,
+                {row.unit, median(row.ours), p99(row.ours), median(row.limit), p99(row.limit),
+                 row.limit ? number(row.judged) : "", row.bound.text()}) +
            (row.holds() ? "" : " MISSED");
 }
 

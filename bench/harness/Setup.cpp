@@ -50,8 +50,8 @@ std::vector<std::string> Setup::command(const DaemonSetup& daemon) const {
     for (const int port : daemon.ports)
         channels += (channels.empty() ? "127.0.0.1:" : ",127.0.0.1:") + std::to_string(port);
     const auto log = daemon.log.empty() ? inMemory(name + ".log") : daemon.log;
-    const auto line = daemon.device.empty() ? "serial.debug = 2\n"
-                                            : "serial.device = " + daemon.device + "\n";
+    const auto line =
+        daemon.device.empty() ? "serial.debug = 2\n" : "serial.device = " + daemon.device + "\n";
     return {ORX_EXECUTABLE,
             memory.write(name + ".cfg", "controlchannel = " + channels + "\nlogfile = " + log +
                                             "\ndefinitionfile = " + INSTALL_PREFIX + "/lib/" +

@@ -13,10 +13,10 @@ namespace orx::bench {
 /// How a daemon is to be started.
 struct DaemonSetup {
     std::vector<int> ports;
-    std::string device{};                  ///< none: a daemon that shows what it would send
-    std::string log{};                     ///< one in memory where it is empty
-    std::string definitions = "small";     ///< "small", or "full" for a file of 64 KiB
-    int delay = 0;                         ///< in milliseconds, behind each command
+    std::string device{};               ///< none: a daemon that shows what it would send
+    std::string log{};                  ///< one in memory where it is empty
+    std::string definitions = "small";  ///< "small", or "full" for a file of 64 KiB
+    int delay = 0;                      ///< in milliseconds, behind each command
 };
 
 /// A folder in memory and one on the disk, both gone in the end.

@@ -28,8 +28,8 @@ void readUntil(const FileDescriptor& output, const std::string& text) {
 
 }  // namespace
 
-double timeToAnswer(const std::vector<std::string>& command, int core,
-                    const std::string& readyText, int port) {
+double timeToAnswer(const std::vector<std::string>& command, int core, const std::string& readyText,
+                    int port) {
     std::array<int, 2> ends{};
     if (::pipe2(ends.data(), O_CLOEXEC) != 0) throw std::runtime_error("no pipe to be had");
     const FileDescriptor output(ends[0]);

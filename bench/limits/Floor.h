@@ -1,5 +1,5 @@
-// What the limit programs are made of: the system calls that no daemon can avoid, one function each,
-// with nothing around them. Each ends the process where the system refuses.
+// What the limit programs are made of: the system calls that no daemon can avoid, one function
+// each, with nothing around them. Each ends the process where the system refuses.
 #pragma once
 
 #include <span>

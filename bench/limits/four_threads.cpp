@@ -1,7 +1,7 @@
 // four_threads PORT
 //
-// What a C++ program with four threads and a socket takes of a machine: one thread waits for another,
-// which waits to be woken, one sleeps, and one answers datagrams.
+// What a C++ program with four threads and a socket takes of a machine: one thread waits for
+// another, which waits to be woken, one sleeps, and one answers datagrams.
 #include <condition_variable>
 #include <mutex>
 #include <thread>

@@ -53,8 +53,9 @@ class Rivals {
     Rivals(const Run& run, const Placement& placement, const std::string& logFolderFile,
            bool truncating)
         : log(logFolderFile),
-          daemon(run.setup.command({.ports = {daemonPort}, .device = lines[0].device(), .log = log}),
-                 lines[0], daemonPort, placement.server, "waiting for commands"),
+          daemon(
+              run.setup.command({.ports = {daemonPort}, .device = lines[0].device(), .log = log}),
+              lines[0], daemonPort, placement.server, "waiting for commands"),
           floor(Setup::limit("full_floor",
                              {std::to_string(floorPort), lines[1].device(), log + ".floor",
                               std::to_string(std::filesystem::file_size(log)),
@@ -108,7 +109,8 @@ void measureCommands(const Run& run) {
         inMemory.measure(count);
         run.add(medianRow(name, "us", inMemory.ofFloor, atMost(1.15)));
         run.add(p99Row(name + ", p99", "us", inMemory.ofFloor, atMost(1.5)));
-        run.add(medianRow("  of it a forwarder", "us", {inMemory.ofFloor.ours, inMemory.plain}, {}));
+        run.add(
+            medianRow("  of it a forwarder", "us", {inMemory.ofFloor.ours, inMemory.plain}, {}));
         run.add(medianRow("  of it one that hands on", "us",
                           {inMemory.ofFloor.ours, inMemory.handedOn}, {}));
         Rivals onDisk(run, placement, run.setup.onDisk("command.log"), true);

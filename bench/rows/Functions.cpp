@@ -24,8 +24,8 @@ void measureFunctions(const Run& run) {
         Compared{"log one message, 50 lines kept", "logMessage", "writeAsManyBytes", atMost(1.3)},
         Compared{"parse a datagram of 40 lines", "parseDatagram", "receiveDatagram", {}},
         Compared{"load definitions, 64 KiB", "loadDefinitions/64", "readDefinitions/64", {}},
-        Compared{"load lens memory, 10,000 slots", "loadLensMemory/10000", "readLensMemory/10000",
-                 {}},
+        Compared{
+            "load lens memory, 10,000 slots", "loadLensMemory/10000", "readLensMemory/10000", {}},
     };
     stayOn(placements().front().client);
     std::string pattern;

@@ -39,8 +39,7 @@ void measureStart(const Run& run) {
         const auto limit = fourThreads(ports[1]);
         Pair pair;
         for (int starts = run.samples(300); starts > 0; --starts) {
-            pair.ours.add(
-                timeToAnswer(daemon, placement.server, "waiting for commands", ports[0]));
+            pair.ours.add(timeToAnswer(daemon, placement.server, "waiting for commands", ports[0]));
             pair.limit.add(timeToAnswer(limit, placement.server, "ready", ports[1]));
         }
         run.add(medianRow(std::string("exec to first STATUS, ").append(placement.name), "us", pair,
@@ -67,8 +66,8 @@ void measureMemory(const Run& run) {
     daemonClient.flood(question, first, inFlight);
     const double before = daemon.memory();
     daemonClient.flood(question, run.samples(1'000'000), inFlight);
-    run.add(figureRow("growth after 1,000,000 datagrams", "kB", daemon.memory() - before,
-                      atMost(0)));
+    run.add(
+        figureRow("growth after 1,000,000 datagrams", "kB", daemon.memory() - before, atMost(0)));
 }
 
 void measureSize(const Run& run) {

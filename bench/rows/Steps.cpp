@@ -36,11 +36,10 @@ void measureSteps(const Run& run) {
     const std::array ports{freePort(), freePort()};
     const std::array<UdpClient, 2> clients{UdpClient(ports[0]), UdpClient(ports[1])};
     const auto log = run.setup.inMemory("steps.log");
-    const Server daemon(run.setup.command({.ports = {ports[0]},
-                                           .device = lines[0].device(),
-                                           .log = log,
-                                           .delay = delayMs}),
-                        placement.server);
+    const Server daemon(
+        run.setup.command(
+            {.ports = {ports[0]}, .device = lines[0].device(), .log = log, .delay = delayMs}),
+        placement.server);
     clients[0].waitForAnswer("STATUS");
     clients[0].send("ZOOMX 50");  // with the reset that comes first, the log is full
     Samples ignored;

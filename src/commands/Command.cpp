@@ -2,10 +2,7 @@
 
 #include <algorithm>
 #include <numeric>
-#include <sstream>
 #include <stdexcept>
-
-#include "commands/Vocabulary.h"
 
 namespace orx {
 namespace {
@@ -34,6 +31,16 @@ bool isAccepted(const std::string& word, ArgumentKind kind) {
     return false;
 }
 
+/// Takes the next word off `text`; an empty one where there is none. Words are separated by what
+/// the standard streams take for white space.
+std::string_view nextWord(std::string_view& text) {
+    constexpr std::string_view whiteSpace = " \t\n\v\f\r";
+    text.remove_prefix(std::min(text.find_first_not_of(whiteSpace), text.size()));
+    const auto word = text.substr(0, text.find_first_of(whiteSpace));
+    text.remove_prefix(word.size());
+    return word;
+}
+
 bool isHexDigit(char character) {
     return (character >= '0' && character <= '9') || (character >= 'A' && character <= 'F') ||
            (character >= 'a' && character <= 'f');
@@ -57,11 +64,9 @@ std::string displayText(const std::string& name, const std::vector<std::string>&
 
 }  // namespace
 
-Command::Command(std::string_view source) {
-    std::istringstream words{std::string(source)};
-    words >> name;
-    const auto kind = argumentKind(name);
-    for (std::string word; words >> word;) {
+Command::Command(std::string_view source) : name(nextWord(source)), entry(findKeyword(name)) {
+    const auto kind = isValid() ? entry->argumentKind : ArgumentKind::none;
+    for (std::string word(nextWord(source)); !word.empty(); word = nextWord(source)) {
         if (isAccepted(word, kind)) argumentList.push_back(word);
     }
     if (is(CMD_RAW)) argumentList = joinRawWords(argumentList);
@@ -72,12 +77,8 @@ const std::string& Command::text(bool forDisplay) const noexcept {
     return forDisplay ? display : name;
 }
 
-bool Command::isValid() const noexcept {
-    return isKnownKeyword(name);
-}
-
 bool Command::takesArgument() const noexcept {
-    return argumentKindOf(name).has_value();
+    return isValid() && entry->argumentKind != ArgumentKind::none;
 }
 
 }  // namespace orx

@@ -9,6 +9,8 @@
 #include <string_view>
 #include <vector>
 
+#include "commands/Vocabulary.h"
+
 namespace orx {
 
 class Command {
@@ -34,13 +36,14 @@ class Command {
     [[nodiscard]] bool is(std::string_view keyword) const noexcept { return name == keyword; }
 
     /// Whether the keyword is in the vocabulary.
-    [[nodiscard]] bool isValid() const noexcept;
+    [[nodiscard]] bool isValid() const noexcept { return entry != nullptr; }
 
     /// Whether the vocabulary gives the keyword an argument.
     [[nodiscard]] bool takesArgument() const noexcept;
 
   private:
     std::string name;
+    const VocabularyEntry* entry;  ///< null for an unknown keyword
     std::string display;
     std::vector<std::string> argumentList;
 };

@@ -16,10 +16,12 @@ void CommandQueue::setRestartCallback(std::function<void()> callback) {
 }
 
 void CommandQueue::push(CommandPtr command) {
-    const MutexLock lock(mutex);
-    ++received;
-    pending.push_back(std::move(command));
-    notEmpty.notifyAll();
+    {
+        const MutexLock lock(mutex);
+        ++received;
+        pending.push_back(std::move(command));
+    }
+    notEmpty.notifyAll();  // a thread that is woken under the lock would wait for it at once
 }
 
 void CommandQueue::run() {

@@ -10,11 +10,11 @@ const VocabularyEntry* find(const auto& table, std::string_view VocabularyEntry:
     return row != table.end() && (*row).*member == name ? &*row : nullptr;
 }
 
+}  // namespace
+
 const VocabularyEntry* findKeyword(std::string_view keyword) noexcept {
     return find(vocabulary, &VocabularyEntry::keyword, keyword);
 }
-
-}  // namespace
 
 std::string_view keywordFor(std::string_view symbolicName) noexcept {
     const auto* entry = find(commandNames, &VocabularyEntry::symbolicName, symbolicName);

@@ -183,6 +183,10 @@ static_assert(std::ranges::adjacent_find(commandNames, {}, &VocabularyEntry::sym
                   commandNames.end(),
               "a symbolic name stands twice");
 
+/// The command of that keyword, or null where there is none. Case counts; a symbolic name is no
+/// keyword.
+[[nodiscard]] const VocabularyEntry* findKeyword(std::string_view keyword) noexcept;
+
 /// The keyword paired with `symbolicName`, or the empty text where there is no such command.
 [[nodiscard]] std::string_view keywordFor(std::string_view symbolicName) noexcept;
 

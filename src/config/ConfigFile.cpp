@@ -1,11 +1,12 @@
 #include "config/ConfigFile.h"
 
-#include <fstream>
+#include <algorithm>
 #include <stdexcept>
 #include <utility>
 
 #include "config/FileReplacement.h"
 #include "core/Console.h"
+#include "core/InputFile.h"
 #include "core/Text.h"
 
 namespace orx {
@@ -17,14 +18,17 @@ ConfigFile::ConfigFile(std::string path) : fileName(std::move(path)) {
 ConfigFile::ConfigFile(Entries given) : entries(std::move(given)) {}
 
 bool ConfigFile::isReadable(const std::string& path) {
-    return std::ifstream(path).is_open();
+    return InputFile(path).isOpen();
 }
 
 void ConfigFile::load() {
-    std::ifstream file(fileName);
+    const auto content = InputFile(fileName).readAll();
     std::size_t lineNumber = 0;
-    for (std::string line; std::getline(file, line);)
+    for (std::string_view rest = content; !rest.empty();) {
+        const auto line = rest.substr(0, rest.find('\n'));
+        rest.remove_prefix(std::min(line.size() + 1, rest.size()));
         take(parseConfigLine(line), ++lineNumber);
+    }
 }
 
 void ConfigFile::take(ConfigLine line, std::size_t lineNumber) {

@@ -3,11 +3,11 @@
 #include <cerrno>
 #include <fcntl.h>
 #include <filesystem>
-#include <fstream>
-#include <sstream>
 #include <stdexcept>
 #include <unistd.h>
 #include <utility>
+
+#include "core/InputFile.h"
 
 namespace orx {
 namespace {
@@ -31,13 +31,6 @@ std::filesystem::path followLinks(std::filesystem::path path) {
         path = path.parent_path() / next;
     }
     return {};
-}
-
-/// As much as can be read; a disk that fails in the middle is no reason to end.
-std::string contentOf(const std::string& path) {
-    std::ostringstream content;
-    content << std::ifstream(path, std::ios::binary).rdbuf();
-    return content.str();
 }
 
 std::runtime_error cannotWrite(const std::string& path) {
@@ -111,7 +104,7 @@ void FileReplacement::createInPlace(std::string_view content) {
 }
 
 void FileReplacement::overwrite(std::string_view content) {
-    const auto old = contentOf(path);
+    const auto old = InputFile(path).readAll();
     if (!rewrite(content, status.st_size) && std::cmp_equal(old.size(), status.st_size)) {
         rewrite(old, static_cast<off_t>(content.size()));
     }

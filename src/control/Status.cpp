@@ -89,9 +89,12 @@ std::string Status::statusReply() {
     const MutexLock lock(status.mutex);
     const bool busy =
         std::ranges::any_of(status.axes, [](const auto& axis) { return axis->isBusy(); });
-    std::string reply = busy ? "BUSY;" : "IDLE;";
+    std::string reply;
+    constexpr std::size_t usualSize = 100;
+    reply.reserve(usualSize);
+    reply += busy ? "BUSY;" : "IDLE;";
     for (const auto& axis : status.axes)
-        reply += " " + axis->name() + ": " + axis->positionText();
+        reply.append(" ").append(axis->name()).append(": ").append(axis->positionText());
     return reply.append(";").append(status.flagsText).append("\n");
 }
 

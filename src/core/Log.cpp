@@ -1,10 +1,7 @@
 #include "core/Log.h"
 
-#include <array>
-#include <cstdio>
 #include <ctime>
 #include <fcntl.h>
-#include <numeric>
 #include <unistd.h>
 #include <utility>
 
@@ -21,7 +18,8 @@ Log& processLog() {
 
 /// Makes `text` the whole content of the file. The file is cut behind the new content, not emptied
 /// ahead of it: file systems that fear for the content of an emptied file bring it to the disk at
-/// once, and a busy disk would then hold up whoever logs. A full disk costs the log, not the
+/// once, and a busy disk would then hold up whoever logs. Its size is asked for first, as cutting
+/// costs more than asking, even where there is nothing to cut. A full disk costs the log, not the
 /// daemon.
 void replaceContent(int descriptor, std::string_view text) {
     std::size_t size = 0;
@@ -30,7 +28,16 @@ void replaceContent(int descriptor, std::string_view text) {
         if (written <= 0) break;
         size += static_cast<std::size_t>(written);
     }
-    if (::ftruncate(descriptor, static_cast<off_t>(size)) != 0) return;  // a device has no end
+    const auto end = static_cast<off_t>(size);
+    if (::lseek(descriptor, 0, SEEK_END) <= end) return;  // so does a device, which has no end
+    if (::ftruncate(descriptor, end) != 0) return;
+}
+
+/// Puts the last `count` digits of `number` into `text` at `place`.
+void writeDigits(std::string& text, std::size_t place, std::size_t count, long number) {
+    constexpr long ten = 10;
+    for (auto digit = place + count; digit-- > place; number /= ten)
+        text[digit] = static_cast<char>('0' + number % ten);
 }
 
 }  // namespace
@@ -38,14 +45,14 @@ void replaceContent(int descriptor, std::string_view text) {
 void Log::open(std::string path) {
     const MutexLock lock(mutex);
     logPath = std::move(path);
-    logLines.clear();
+    content.clear();
+    lineSizes.clear();
 }
 
 void Log::write(std::string_view message, Echo echo, std::string_view consoleTag) {
     if (echo == Echo::yes) printLine(std::string(consoleTag).append(message));
     const MutexLock lock(mutex);
-    logLines.push_front(stamped(message));
-    if (logLines.size() > maxLines) logLines.resize(maxLines);
+    keep(stamped(message));
     rewriteFile();
 }
 
@@ -53,15 +60,26 @@ std::string Log::stamped(std::string_view message) const {
     const timeval moment = time.now();
     tm local{};
     ::localtime_r(&moment.tv_sec, &local);
-    std::array<char, sizeof "HH:MM:SS"> clockTime{};
-    std::strftime(clockTime.data(), clockTime.size(), "%H:%M:%S", &local);
-    std::array<char, sizeof ".uuuuuu "> fraction{};
-    std::snprintf(fraction.data(), fraction.size(), ".%06ld ", static_cast<long>(moment.tv_usec));
-    return std::string(clockTime.data()).append(fraction.data()).append(message).append("\n");
+    constexpr std::string_view stamp = "HH:MM:SS.uuuuuu ";
+    std::string line;
+    line.reserve(stamp.size() + message.size() + 1);
+    line += stamp;
+    writeDigits(line, 0, 2, local.tm_hour);
+    writeDigits(line, 3, 2, local.tm_min);
+    writeDigits(line, 6, 2, local.tm_sec);
+    writeDigits(line, 9, 6, moment.tv_usec);
+    return line.append(message).append("\n");
+}
+
+void Log::keep(const std::string& line) {
+    content.insert(0, line);
+    lineSizes.push_front(line.size());
+    if (lineSizes.size() <= maxLines) return;
+    content.resize(content.size() - lineSizes.back());
+    lineSizes.pop_back();
 }
 
 void Log::rewriteFile() const {
-    const auto content = std::accumulate(logLines.begin(), logLines.end(), std::string());
     constexpr mode_t readableByAll = 0666;  // less the umask, as for any file
     const FileDescriptor file(
         ::open(logPath.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, readableByAll));

@@ -6,6 +6,7 @@
 // `log`; the class stands by itself for tests.
 #pragma once
 
+#include <cstddef>
 #include <deque>
 #include <string>
 #include <string_view>
@@ -36,12 +37,14 @@ class Log {
 
   private:
     [[nodiscard]] std::string stamped(std::string_view message) const;
+    void keep(const std::string& line) ORX_REQUIRES(mutex);
     void rewriteFile() const ORX_REQUIRES(mutex);
 
     Time& time;
     Mutex mutex;
     std::string logPath ORX_GUARDED_BY(mutex);
-    std::deque<std::string> logLines ORX_GUARDED_BY(mutex);  ///< newest first
+    std::string content ORX_GUARDED_BY(mutex);  ///< of the file, the newest line first
+    std::deque<std::size_t> lineSizes ORX_GUARDED_BY(mutex);  ///< of the messages, newest first
 };
 
 /// `Log::open` on the log of the process.

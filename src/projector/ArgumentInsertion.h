@@ -5,7 +5,6 @@
 // files are made for it.
 #pragma once
 
-#include <sstream>
 #include <string>
 #include <string_view>
 
@@ -16,7 +15,7 @@ namespace orx {
 class ArgumentInsertion {
   public:
     /// `commandString` must outlive the insertion.
-    explicit ArgumentInsertion(std::string_view commandString) : base(commandString) {}
+    explicit ArgumentInsertion(std::string_view commandString);
 
     /// Appends the command string up to the argument's place, then the argument, clamped to its
     /// bounds and formatted. A place ahead of the one before appends the whole rest. Throws
@@ -32,10 +31,17 @@ class ArgumentInsertion {
     void appendDecimal(std::string argument, const ArgumentDescriptor& descriptor);
     void appendInteger(int value, const ArgumentDescriptor& descriptor);
     void appendBytes(int value, int count);
+    void appendNumber(double value, int decimals, int width);
+    void appendNumber(int value, int width);
+    void appendHexadecimal(int value, int width);
+    void appendPadded(std::string_view number, int width);
 
     std::string_view base;
     std::size_t last = 0;  ///< how much of the base has been appended
-    std::ostringstream output;
+    std::string output;
+    bool showsPlus = false;  ///< a number that is not negative gets a sign, too
+    bool padsBehindSign = false;
+    bool hasFixedPoint = false;
 };
 
 }  // namespace orx

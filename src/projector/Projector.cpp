@@ -1,7 +1,8 @@
 #include "projector/Projector.h"
 
+#include <array>
+#include <cstdio>
 #include <numeric>
-#include <sstream>
 #include <utility>
 
 #include "commands/Vocabulary.h"
@@ -29,19 +30,28 @@ char sumOfBytes(std::string_view bytes) {
         [](unsigned sum, char byte) { return sum + static_cast<unsigned char>(byte); }));
 }
 
+/// As the standard streams show a number.
+std::string shown(double number) {
+    std::array<char, sizeof "-2.14748e+09"> text{};
+    std::snprintf(text.data(), text.size(), "%g", number);
+    return text.data();
+}
+
 std::string describe(int number, const ArgumentDescriptor& descriptor) {
-    std::ostringstream line;
-    line << "                    arg: " << number << " type: " << static_cast<char>(descriptor.type)
-         << " pos: " << descriptor.pos;
+    std::string line = "                    arg: " + std::to_string(number) + " type: ";
+    line += static_cast<char>(descriptor.type);
+    line += " pos: " + std::to_string(descriptor.pos);
     if (descriptor.type == 'D') {
-        line << " min: " << descriptor.min / descriptor.unitsPerOne()
-             << " max: " << descriptor.max / descriptor.unitsPerOne()
-             << " len: " << descriptor.digits() << "." << descriptor.decimals();
+        const double units = descriptor.unitsPerOne();
+        line += " min: " + shown(descriptor.min / units) + " max: " + shown(descriptor.max / units);
+        line += " len: " + std::to_string(descriptor.digits()) + "." +
+                std::to_string(descriptor.decimals());
     } else {
-        line << " min: " << descriptor.min << " max: " << descriptor.max
-             << " len: " << descriptor.len;
+        line += " min: " + std::to_string(descriptor.min) +
+                " max: " + std::to_string(descriptor.max) +
+                " len: " + std::to_string(descriptor.len);
     }
-    return line.str();
+    return line;
 }
 
 }  // namespace

@@ -51,9 +51,8 @@ ArgumentDescriptor argumentDescriptor(const LittleEndianView& block, std::size_t
 
 }  // namespace
 
-ProjectorDefinitionFile::ProjectorDefinitionFile(const std::string& path)
-    : file(path, std::ios::binary) {
-    if (!file.is_open()) {
+ProjectorDefinitionFile::ProjectorDefinitionFile(const std::string& path) : file(path) {
+    if (!file.isOpen()) {
         throw std::runtime_error("projector definition file " + path + " not found");
     }
     readHeader();
@@ -61,16 +60,10 @@ ProjectorDefinitionFile::ProjectorDefinitionFile(const std::string& path)
     readProjectorList();
 }
 
-std::string ProjectorDefinitionFile::readBytes(std::size_t size) {
-    std::string bytes(size, '\0');
-    file.read(bytes.data(), static_cast<std::streamsize>(size));
-    return bytes;
-}
-
 void ProjectorDefinitionFile::readHeader() {
-    header = readBytes(format::header::size);
+    header = file.read(format::header::size);
     // A header of full length is never refused for its magic: files made elsewhere lack it.
-    if (file.gcount() < static_cast<std::streamsize>(header.size()) && !hasMagic(header)) {
+    if (header.size() < format::header::size && !hasMagic(header)) {
         throw std::runtime_error(
             "insufficient mana (wrong or missing magic in projector definition file)");
     }
@@ -86,7 +79,7 @@ void ProjectorDefinitionFile::readHeader() {
 void ProjectorDefinitionFile::readCommandList() {
     namespace entry = format::command_entry;
     const LittleEndianView view(header);
-    const auto region = readBytes(view.number(0, format::header::commandListLength));
+    const auto region = file.read(view.number(0, format::header::commandListLength));
     const LittleEndianView list(region);
     std::size_t place = 0;
     for (auto count = view.number(0, format::header::commandCount); count > 0; --count) {
@@ -99,7 +92,7 @@ void ProjectorDefinitionFile::readCommandList() {
 void ProjectorDefinitionFile::readProjectorList() {
     namespace entry = format::projector_entry;
     const LittleEndianView view(header);
-    const auto region = readBytes(view.number(0, format::header::projectorListLength));
+    const auto region = file.read(view.number(0, format::header::projectorListLength));
     const LittleEndianView list(region);
     std::size_t place = 0;
     for (auto count = view.number(0, format::header::projectorCount); count > 0; --count) {
@@ -125,9 +118,8 @@ const ProjectorDefinitionFile::Model* ProjectorDefinitionFile::load(const std::s
     if (cached != models.end()) return &cached->second;
     const auto listed = projectorList.find(name);
     if (listed == projectorList.end()) return nullptr;
-    file.clear();  // the end of the file may have been met before
-    file.seekg(listed->second.offset);
-    const auto bytes = readBytes(static_cast<std::size_t>(listed->second.length));
+    file.seek(static_cast<std::size_t>(listed->second.offset));
+    const auto bytes = file.read(static_cast<std::size_t>(listed->second.length));
     return &models.emplace(name, parseBlock(name, LittleEndianView(bytes))).first->second;
 }
 

@@ -6,11 +6,11 @@
 // main thread while the daemon starts.
 #pragma once
 
-#include <fstream>
 #include <map>
 #include <memory>
 #include <string>
 
+#include "core/InputFile.h"
 #include "projector/LittleEndianView.h"
 #include "projector/Projector.h"
 #include "serial/SerialSettings.h"
@@ -46,7 +46,6 @@ class ProjectorDefinitionFile {
         Projector projector;
     };
 
-    [[nodiscard]] std::string readBytes(std::size_t size);
     void readHeader();
     void readCommandList();
     void readProjectorList();
@@ -56,7 +55,7 @@ class ProjectorDefinitionFile {
     void dumpHeader() const;
     void dumpCommandList() const;
 
-    std::ifstream file;
+    InputFile file;
     std::string header;  ///< the header's bytes
     std::map<int, std::string> commandList;
     std::map<std::string, BlockPlace> projectorList;

@@ -6,18 +6,16 @@
 // board every call passes.
 //
 // The place of a call is the path that it names or, for a descriptor, what the system says it is
-// open on: the path of a file or device, "socket:[NUMBER]", "pipe:[NUMBER]". `close`, `fclose` and
-// `shutdown` do their work before they report a failure, as the kernel does.
+// open on: the path of a file or device, "socket:[NUMBER]", "pipe:[NUMBER]". `close` and `shutdown`
+// do their work before they report a failure, as the kernel does. A file that is opened for reading
+// alone is met as "openForReading".
 //
-// What the C library calls within itself does not come by here: `fopen` opens and `fclose` closes
-// and writes unseen, so these two are met as such, and the streams' `read`, `write` and `writev`
-// are met one by one. It is built without a sanitizer; the real functions are whatever comes behind
-// it.
+// What the C library calls within itself does not come by here. It is built without a sanitizer;
+// the real functions are whatever comes behind it.
 #include <array>
 #include <cerrno>
 #include <csignal>
 #include <cstdarg>
-#include <cstdio>
 #include <cstdlib>
 #include <dlfcn.h>
 #include <fcntl.h>
@@ -28,7 +26,6 @@
 #include <sys/socket.h>
 #include <sys/stat.h>
 #include <sys/time.h>
-#include <sys/uio.h>
 #include <termios.h>
 #include <unistd.h>
 
@@ -147,6 +144,11 @@ std::size_t sizeFor(Deed deed, std::size_t size) noexcept {
     return deed == Deed::shorten && size > 1 ? size / 2 : size;
 }
 
+const char* nameOfOpening(int flags) noexcept {
+    const bool reads = (flags & O_ACCMODE) == O_RDONLY && (flags & O_DIRECTORY) == 0;
+    return reads ? "openForReading" : "open";
+}
+
 bool takesMode(int flags) noexcept {
     return (flags & O_CREAT) != 0 || (flags & O_TMPFILE) == O_TMPFILE;
 }
@@ -206,7 +208,7 @@ int open(const char* path, int flags, ...) {
     va_start(more, flags);
     const auto mode = takesMode(flags) ? va_arg(more, mode_t) : mode_t{0};
     va_end(more);
-    return call("open", Place(path), -1, [&] { return real(path, flags, mode); });
+    return call(nameOfOpening(flags), Place(path), -1, [&] { return real(path, flags, mode); });
 }
 
 int open64(const char* path, int flags, ...) {
@@ -215,7 +217,7 @@ int open64(const char* path, int flags, ...) {
     va_start(more, flags);
     const auto mode = takesMode(flags) ? va_arg(more, mode_t) : mode_t{0};
     va_end(more);
-    return call("open", Place(path), -1, [&] { return real(path, flags, mode); });
+    return call(nameOfOpening(flags), Place(path), -1, [&] { return real(path, flags, mode); });
 }
 
 int close(int descriptor) {
@@ -233,18 +235,6 @@ ssize_t write(int descriptor, const void* bytes, size_t size) {
     static const auto real = next<decltype(::write)>("write");
     const auto verdict = judge("write", Place(descriptor));
     if (verdict.deed != Deed::fail) return real(descriptor, bytes, sizeFor(verdict.deed, size));
-    errno = verdict.error;
-    return -1;
-}
-
-ssize_t writev(int descriptor, const iovec* pieces, int count) {
-    static const auto realWrite = next<decltype(::write)>("write");
-    static const auto real = next<decltype(::writev)>("writev");
-    const auto verdict = judge("writev", Place(descriptor));
-    if (verdict.deed == Deed::shorten && count > 0) {
-        return realWrite(descriptor, pieces->iov_base, sizeFor(verdict.deed, pieces->iov_len));
-    }
-    if (verdict.deed != Deed::fail) return real(descriptor, pieces, count);
     errno = verdict.error;
     return -1;
 }
@@ -314,23 +304,6 @@ int rename(const char* from, const char* to) noexcept {
 int unlink(const char* path) noexcept {
     static const auto real = next<decltype(::unlink)>("unlink");
     return call("unlink", Place(path), -1, [&] { return real(path); });
-}
-
-FILE* fopen(const char* path, const char* mode) {
-    static const auto real = next<decltype(::fopen)>("fopen");
-    return call("fopen", Place(path), static_cast<FILE*>(nullptr),
-                [&] { return real(path, mode); });
-}
-
-FILE* fopen64(const char* path, const char* mode) {
-    static const auto real = next<decltype(::fopen64)>("fopen64");
-    return call("fopen", Place(path), static_cast<FILE*>(nullptr),
-                [&] { return real(path, mode); });
-}
-
-int fclose(FILE* stream) {
-    static const auto real = next<decltype(::fclose)>("fclose");
-    return callFirst("fclose", Place(::fileno(stream)), EOF, [&] { return real(stream); });
 }
 
 int tcsetattr(int descriptor, int when, const termios* attributes) noexcept {

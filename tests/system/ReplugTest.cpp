@@ -45,7 +45,7 @@ class Replugged {
     }
 
     void waitForHoldingsOfTheStart() const { daemon->waitForHoldings(atStart); }
-    [[nodiscard]] long residentKilobytes() const { return daemon->residentKilobytes(); }
+    [[nodiscard]] long ownKilobytes() const { return daemon->ownKilobytes(); }
 
     [[nodiscard]] std::string quit() {
         client.send("QUIT", port);
@@ -85,11 +85,11 @@ TEST(Replug, AThousandTimesLeavesNothingBehind) {
     workSideBySide(daemons, [](std::size_t, int channel) {
         Replugged bench(channel);
         bench.replug(settled);
-        const auto before = bench.residentKilobytes();
+        const auto before = bench.ownKilobytes();
         bench.replug(more);
         bench.waitForHoldingsOfTheStart();
         if (memoryIsTelling) {
-            EXPECT_LT(bench.residentKilobytes() - before, more * kilobyteEach);
+            EXPECT_LT(bench.ownKilobytes() - before, more * kilobyteEach);
         }
         EXPECT_EQ(bench.quit(), "exit status 0");
     });

@@ -32,6 +32,7 @@ inline const std::map<std::string, ErrorNumbers> saveErrors{
      {EACCES, EBUSY, EFAULT, EIO, EISDIR, ELOOP, ENAMETOOLONG, ENOENT, ENOMEM, ENOTDIR, EPERM,
       EROFS}},
     {"open", openErrors},
+    {"openForReading", openErrors},
     {"fstat", {EBADF, EFAULT, EIO, ENOMEM, EOVERFLOW}},
     {"fchown", {EBADF, EINVAL, EIO, EPERM, EROFS}},
     {"fchmod", {EBADF, EIO, EPERM, EROFS}},

@@ -25,6 +25,10 @@ Launch FaultStory::underFaults() const {
     return {.environment = faults.environment()};
 }
 
+void FaultStory::lengthenLog() const {
+    std::ofstream(installation.file("var/run/orx.log"), std::ios::app) << std::string(5000, '.');
+}
+
 void FaultStory::startUnderFaults() {
     start(underFaults());
     daemon->waitForLine("[PROJCTRL] start");

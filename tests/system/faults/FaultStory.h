@@ -21,6 +21,9 @@ class FaultStory : public LensStory {
     /// What a daemon is started with so that `faults` reach it.
     [[nodiscard]] Launch underFaults() const;
 
+    /// Puts more into the log file than the daemon will, so that there is something to cut off.
+    void lengthenLog() const;
+
     /// Starts the daemon and remembers what it holds of the system.
     void startUnderFaults();
 

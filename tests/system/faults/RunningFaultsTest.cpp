@@ -38,6 +38,7 @@ const std::vector<RunningFault> runningFaults{
     {"ConsoleWrite", "write", console, "nonsense", writeErrors},
     {"LogOpen", "open", logFile, "nonsense", openErrors},
     {"LogWrite", "write", logFile, "nonsense", writeErrors},
+    {"LogSize", "lseek", logFile, "nonsense", seekErrors},
     {"LogTruncate", "ftruncate", logFile, "nonsense", truncateErrors},
     {"LogClose", "close", logFile, "nonsense", closeErrors},
     {"SerialWrite", "write", terminal, "ON", writeErrors},
@@ -57,6 +58,7 @@ TEST_P(RunningFaults, AreOutlived) {
     for (const int error : fault.errors) {
         SCOPED_TRACE(reason(error));
         const auto place = daemon->place();
+        lengthenLog();
         faults.arm({.call = fault.call, .place = fault.place, .error = error});
         if (*fault.request != '\0') send(fault.request);
         faults.waitUntilDone();
@@ -86,11 +88,11 @@ const std::vector<RestartFault> restartFaults{
     {"SocketListen", "listen", sockets, listenErrors},
     {"SerialClose", "close", terminal, closeErrors},
     {"SerialAttributes", "tcsetattr", terminal, terminalErrors},
-    {"ConfigurationClose", "fclose", "orx.cfg", closeErrors},
-    {"DefinitionsClose", "fclose", "models.ccd", closeErrors},
-    {"LensMemoryOpen", "fopen", "lensmemory.cfg", openErrors},
+    {"ConfigurationClose", "close", "orx.cfg", closeErrors},
+    {"DefinitionsClose", "close", "models.ccd", closeErrors},
+    {"LensMemoryOpen", "openForReading", "lensmemory.cfg", openErrors},
     {"LensMemoryRead", "read", "lensmemory.cfg", readErrors},
-    {"LensMemoryClose", "fclose", "lensmemory.cfg", closeErrors},
+    {"LensMemoryClose", "close", "lensmemory.cfg", closeErrors},
 };
 
 class RestartFaults : public FaultStory, public testing::WithParamInterface<RestartFault> {};

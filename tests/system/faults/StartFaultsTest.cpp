@@ -24,23 +24,23 @@ constexpr const char* noConfiguration = "projector definition file {prefix}/lib/
 constexpr const char* noThread = "{reason}";
 
 const std::vector<StartFault> startFaults{
-    {"ConfigurationOpen", "fopen", "orx.cfg", 1, openErrors,
+    {"ConfigurationOpen", "openForReading", "orx.cfg", 1, openErrors,
      "config file not found: {prefix}/etc/orx.cfg"},
-    {"ConfigurationOpenAgain", "fopen", "orx.cfg", 2, openErrors, noConfiguration},
+    {"ConfigurationOpenAgain", "openForReading", "orx.cfg", 2, openErrors, noConfiguration},
     {"ConfigurationRead", "read", "orx.cfg", 1, readErrors, noConfiguration},
     {"ConfigurationReadBySignal", "read", "orx.cfg", 1, {EINTR}},
-    {"ConfigurationClose", "fclose", "orx.cfg", 1, closeErrors},
-    {"DefinitionsOpen", "fopen", "models.ccd", 1, openErrors,
+    {"ConfigurationClose", "close", "orx.cfg", 1, closeErrors},
+    {"DefinitionsOpen", "openForReading", "models.ccd", 1, openErrors,
      "projector definition file {prefix}/lib/models.ccd not found"},
     {"DefinitionsRead", "read", "models.ccd", 1, readErrors,
      "insufficient mana (wrong or missing magic in projector definition file)"},
     {"DefinitionsReadBySignal", "read", "models.ccd", 1, {EINTR}},
-    {"DefinitionsClose", "fclose", "models.ccd", 1, closeErrors},
+    {"DefinitionsClose", "close", "models.ccd", 1, closeErrors},
     {"SerialOpen", "open", "/dev/pts/", 1, openErrors,
      "[RS232] could not init serial device: {reason}"},
-    {"LensMemoryOpen", "fopen", "lensmemory.cfg", 1, openErrors},
+    {"LensMemoryOpen", "openForReading", "lensmemory.cfg", 1, openErrors},
     {"LensMemoryRead", "read", "lensmemory.cfg", 1, readErrors},
-    {"LensMemoryClose", "fclose", "lensmemory.cfg", 1, closeErrors},
+    {"LensMemoryClose", "close", "lensmemory.cfg", 1, closeErrors},
     {"Socket",
      "socket",
      "",
@@ -56,6 +56,7 @@ const std::vector<StartFault> startFaults{
     {"Listen", "listen", "socket:", 1, listenErrors},
     {"LogOpen", "open", "orx.log", 1, openErrors},
     {"LogWrite", "write", "orx.log", 1, writeErrors},
+    {"LogSize", "lseek", "orx.log", 1, seekErrors},
     {"LogTruncate", "ftruncate", "orx.log", 1, truncateErrors},
     {"LogClose", "close", "orx.log", 1, closeErrors},
     {"ListenerThread", "pthread_create", "", 1, {EAGAIN, EINVAL, EPERM}, noThread},
@@ -98,6 +99,7 @@ TEST_P(StartFaults, EndTheStartOrAreOutlived) {
     const std::string told = fault.told;
     for (const int error : fault.errors) {
         SCOPED_TRACE(reason(error));
+        lengthenLog();
         faults.arm(
             {.call = fault.call, .place = fault.place, .error = error, .first = fault.first});
         if (told.empty()) {

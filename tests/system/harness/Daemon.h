@@ -73,7 +73,7 @@ class Daemon {
     /// has done its work may take a moment to be gone, and the log is open now and then.
     void waitForHoldings(const Holdings& expected) const;
 
-    [[nodiscard]] long residentKilobytes() const { return test::residentKilobytes(process.id()); }
+    [[nodiscard]] long ownKilobytes() const { return test::ownKilobytes(process.id()); }
     [[nodiscard]] std::vector<ThreadFigures> threads() const { return threadsOf(process.id()); }
     [[nodiscard]] long cpuTime() const { return cpuTimeOf(process.id()); }
     /// Whether no thread has anything to do at this moment.

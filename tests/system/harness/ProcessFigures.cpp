@@ -74,11 +74,10 @@ bool isProcessAsleep(pid_t process) {
     });
 }
 
-long residentKilobytes(pid_t process) {
-    // Added up page by page; the figure in "status" may be some hundred kilobytes behind.
-    const auto resident = numberIn(contentOf(folderOf(process) / "smaps_rollup"), "Rss");
-    if (!resident) throw std::runtime_error("no figures of process " + std::to_string(process));
-    return *resident;
+long ownKilobytes(pid_t process) {
+    const auto own = numberIn(contentOf(folderOf(process) / "smaps_rollup"), "Anonymous");
+    if (!own) throw std::runtime_error("no figures of process " + std::to_string(process));
+    return *own;
 }
 
 std::string Holdings::text() const {

@@ -30,8 +30,8 @@ struct ThreadFigures {
 /// been given back.
 inline constexpr bool memoryIsTelling = ORX_SANITIZED == 0;
 
-/// How much of its memory is in the machine's, in kilobytes.
-[[nodiscard]] long residentKilobytes(pid_t process);
+/// How much memory it has written to, in kilobytes: its files and libraries do not count.
+[[nodiscard]] long ownKilobytes(pid_t process);
 
 /// What a process must not have more of the longer it runs.
 struct Holdings {

@@ -27,12 +27,12 @@ void Day::run() {
         giveOne();
         readConsole();
         if (++seen.commands == setup.settled) {
-            seen.residentSettled = play.stage().process().residentKilobytes();
+            seen.ownSettled = play.stage().process().ownKilobytes();
         }
     }
     play.compareAtRest();
     readConsole();
-    seen.residentAtEnd = play.stage().process().residentKilobytes();
+    seen.ownAtEnd = play.stage().process().ownKilobytes();
     play.stage().process().waitForHoldings(seen.atStart);
     seen.atEnd = play.stage().process().holdings();
     const auto ending = play.stage().quit();

@@ -22,8 +22,8 @@ struct DayFigures {
     long calibrations = 0;
     long moves = 0;  ///< of one axis, as the console tells of them
     PlayFigures play{};
-    long residentSettled = 0;  ///< kilobytes
-    long residentAtEnd = 0;
+    long ownSettled = 0;  ///< kilobytes
+    long ownAtEnd = 0;
     Holdings atStart;
     Holdings atEnd;
 };

@@ -56,15 +56,15 @@ void Load::run() {
             endMove();
             beginMove();
         }
-        if (seen.residentSettled == 0 && seen.sent >= setup.settled) {
-            seen.residentSettled = bench.process().residentKilobytes();
+        if (seen.ownSettled == 0 && seen.sent >= setup.settled) {
+            seen.ownSettled = bench.process().ownKilobytes();
         }
     }
     while (!arrived)
         playRound(0);
     endMove();
     compareConsole();
-    seen.residentAtEnd = bench.process().residentKilobytes();
+    seen.ownAtEnd = bench.process().ownKilobytes();
     bench.process().waitForHoldings(seen.atStart);
     seen.atEnd = bench.process().holdings();
     seen.dropped = droppedDatagrams(ownAddress(), port);

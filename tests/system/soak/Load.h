@@ -31,8 +31,8 @@ struct LoadFigures {
     long dropped = 0;   ///< by the system, for want of room in the daemon's socket
     long moves = 0;
     long steps = 0;            ///< on the line, each of them wanted
-    long residentSettled = 0;  ///< kilobytes
-    long residentAtEnd = 0;
+    long ownSettled = 0;  ///< kilobytes
+    long ownAtEnd = 0;
     Holdings atStart;
     Holdings atEnd;
 };

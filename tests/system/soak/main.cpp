@@ -27,10 +27,10 @@ void print(const char* what, const Value& value) {
 
 /// What both kinds have. Gives whether the memory has stayed what it was.
 bool printHoldings(const auto& seen) {
-    const double growth = 100.0 * static_cast<double>(seen.residentAtEnd - seen.residentSettled) /
-                          static_cast<double>(seen.residentSettled);
-    print("memory once settled, kB", seen.residentSettled);
-    print("memory at the end, kB", seen.residentAtEnd);
+    const double growth = 100.0 * static_cast<double>(seen.ownAtEnd - seen.ownSettled) /
+                          static_cast<double>(seen.ownSettled);
+    print("memory once settled, kB", seen.ownSettled);
+    print("memory at the end, kB", seen.ownAtEnd);
     print("growth, %", growth);
     print("at the start", seen.atStart.text());
     print("at the end", seen.atEnd.text());
