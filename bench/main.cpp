@@ -57,11 +57,8 @@ bool bench(const Options& options) {
     return missed == 0;
 }
 
-}  // namespace
-}  // namespace orx::bench
-
-int main(int argc, char* argv[]) {
-    orx::bench::Options options;
+int run(int argc, char** argv) {
+    Options options;
     CLI::App app("Measures the daemon beside the least that could do its work.");
     app.add_flag("--quick", options.quick, "A tenth of the samples, held against twice the bounds");
     app.add_flag("--json", options.json, "The table for machines");
@@ -70,8 +67,15 @@ int main(int argc, char* argv[]) {
     app.add_option("--growth", options.plots, "Only how cost grows, as data into this folder")
         ->option_text("FOLDER");
     CLI11_PARSE(app, argc, argv);
+    return bench(options) ? 0 : 1;
+}
+
+}  // namespace
+}  // namespace orx::bench
+
+int main(int argc, char** argv) {
     try {
-        return orx::bench::bench(options) ? 0 : 1;
+        return orx::bench::run(argc, argv);
     } catch (const std::exception& error) {
         std::cerr << "orx_bench: " << error.what() << "\n";
         return 2;

@@ -19,7 +19,20 @@ std::vector<int> allowedCores() {
     return cores;
 }
 
+bool useScheduling(int policy) {
+    const sched_param withoutPriority{};
+    return ::sched_setscheduler(0, policy, &withoutPriority) == 0;
+}
+
 }  // namespace
+
+Unhurried::Unhurried() {
+    if (!useScheduling(SCHED_BATCH)) throw std::runtime_error("cannot change the scheduling");
+}
+
+Unhurried::~Unhurried() {
+    useScheduling(SCHED_OTHER);
+}
 
 std::array<Placement, 2> placements() {
     // Once, as this program pins itself from then on.

@@ -21,4 +21,15 @@ struct Placement {
 /// Keeps the calling thread, and what it starts from now on, on `core`.
 void stayOn(int core);
 
+/// As long as this lives, the calling thread and what it starts run until they wait: being woken is
+/// no reason to take the core from another. Else each answer may stop the server that has more of
+/// them to give; how often is up to the system, and makes half of the rate.
+class Unhurried {
+  public:
+    Unhurried();
+    Unhurried(const Unhurried&) = delete;
+    Unhurried& operator=(const Unhurried&) = delete;
+    ~Unhurried();
+};
+
 }  // namespace orx::bench

@@ -54,6 +54,7 @@ void setOptions(bool quick) {
         quick ? "--benchmark_repetitions=3" : "--benchmark_repetitions=15",
         quick ? "--benchmark_min_time=0.01" : "--benchmark_min_time=0.05"};
     std::vector<char*> arguments;
+    arguments.reserve(options.size());
     for (auto& option : options)
         arguments.push_back(option.data());
     int count = static_cast<int>(arguments.size());

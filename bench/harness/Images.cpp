@@ -50,8 +50,8 @@ std::string configuration(int lines) {
     for (int line = 0; line < lines; line += 3) {
         const auto number = std::to_string(line);
         text += "# what the next two lines say\n";
-        text += "key" + number + ".first = " + number + "\n";
-        text += "key" + number + ".second = some text\n";
+        text.append("key").append(number).append(".first = ").append(number).append("\n");
+        text.append("key").append(number).append(".second = some text\n");
     }
     return text;
 }
@@ -59,8 +59,8 @@ std::string configuration(int lines) {
 std::string lensMemory(int slots) {
     std::string text = "mem = ";
     for (int slot = 0; slot < slots; ++slot) {
-        text += std::to_string(slot) + ":" + std::to_string(slot % 1000) + ";" +
-                std::to_string(slot % 2000) + ",";
+        text.append(std::to_string(slot)).append(":").append(std::to_string(slot % 1000));
+        text.append(";").append(std::to_string(slot % 2000)).append(",");
     }
     return text + "\n";
 }

@@ -6,6 +6,13 @@
 
 namespace orx::bench {
 
+Samples Samples::operator/(double divisor) const {
+    auto scaled = *this;
+    for (auto& sample : scaled.samples)
+        sample /= divisor;
+    return scaled;
+}
+
 double Samples::quantile(double share) const {
     if (samples.empty()) throw std::logic_error("nothing was measured");
     auto sorted = samples;

@@ -8,7 +8,9 @@ namespace orx::bench {
 class Samples {
   public:
     void add(double sample) { samples.push_back(sample); }
-    [[nodiscard]] bool empty() const noexcept { return samples.empty(); }
+
+    /// The same in a unit `divisor` times as large.
+    [[nodiscard]] Samples operator/(double divisor) const;
 
     /// The sample that as many are above as below. Throws where there is none.
     [[nodiscard]] double median() const { return quantile(0.5); }

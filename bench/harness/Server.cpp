@@ -17,11 +17,12 @@
 namespace orx::bench {
 namespace {
 
-pid_t start(const std::vector<std::string>& command, int core, int output) {
+pid_t start(const std::vector<std::string>& command, int core,
+            const std::vector<std::string>& environment, int output) {
     const auto here = placements().front().client;
     stayOn(core);
-    const auto process =
-        test::spawn({.command = command, .environment = {}, .standardDescriptors = {0, output, 2}});
+    const auto process = test::spawn(
+        {.command = command, .environment = environment, .standardDescriptors = {0, output, 2}});
     stayOn(here);
     return process;
 }
@@ -37,8 +38,10 @@ long numberIn(const std::filesystem::path& file, const std::string& name) {
 
 }  // namespace
 
-Server::Server(const std::vector<std::string>& command, int core)
-    : output(::memfd_create("output", MFD_CLOEXEC)), process(start(command, core, output.get())) {}
+Server::Server(const std::vector<std::string>& command, int core,
+               const std::vector<std::string>& environment)
+    : output(::memfd_create("output", MFD_CLOEXEC)),
+      process(start(command, core, environment, output.get())) {}
 
 Server::~Server() {
     ::kill(process, SIGKILL);
@@ -58,6 +61,10 @@ void Server::waitFor(const std::string& text) const {
     throw std::runtime_error("no \"" + text + "\" in: " + console);
 }
 
+std::filesystem::path Server::folder() const {
+    return "/proc/" + std::to_string(process);
+}
+
 double Server::cpuTime() const {
     clockid_t clock{};
     timespec time{};
@@ -68,14 +75,16 @@ double Server::cpuTime() const {
 }
 
 double Server::memory() const {
-    return static_cast<double>(
-        numberIn("/proc/" + std::to_string(process) + "/smaps_rollup", "Pss:"));
+    return static_cast<double>(numberIn(folder() / "smaps_rollup", "Pss:"));
+}
+
+double Server::ownMemory() const {
+    return static_cast<double>(numberIn(folder() / "smaps_rollup", "Anonymous:"));
 }
 
 long Server::switches() const {
     long sum = 0;
-    for (const auto& thread :
-         std::filesystem::directory_iterator("/proc/" + std::to_string(process) + "/task")) {
+    for (const auto& thread : std::filesystem::directory_iterator(folder() / "task")) {
         sum += numberIn(thread.path() / "status", "voluntary_ctxt_switches:");
         sum += numberIn(thread.path() / "status", "nonvoluntary_ctxt_switches:");
     }

@@ -2,6 +2,7 @@
 // goes into a file in memory, so that no reader of it takes time from what is measured.
 #pragma once
 
+#include <filesystem>
 #include <string>
 #include <sys/types.h>
 #include <vector>
@@ -12,8 +13,10 @@ namespace orx::bench {
 
 class Server {
   public:
-    /// Starts the command on `core`. Throws where the system refuses.
-    Server(const std::vector<std::string>& command, int core);
+    /// Starts the command on `core`, with `environment` ("NAME=value" each) added to that of this
+    /// program. Throws where the system refuses.
+    Server(const std::vector<std::string>& command, int core,
+           const std::vector<std::string>& environment = {});
     Server(const Server&) = delete;
     Server& operator=(const Server&) = delete;
     /// Ends it.
@@ -27,13 +30,18 @@ class Server {
     /// The processor time of all its threads, in seconds.
     [[nodiscard]] double cpuTime() const;
 
-    /// Its share of the memory, in kB: what is its own, and its part of what it shares.
+    /// Its share of the memory, in kB: what is its own, and its part of what it shares (PSS).
     [[nodiscard]] double memory() const;
+
+    /// The memory that it has written to, in kB.
+    [[nodiscard]] double ownMemory() const;
 
     /// How often its threads have been given a processor core.
     [[nodiscard]] long switches() const;
 
   private:
+    [[nodiscard]] std::filesystem::path folder() const;
+
     FileDescriptor output;
     pid_t process;
 };

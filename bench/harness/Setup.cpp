@@ -65,4 +65,14 @@ std::vector<std::string> Setup::limit(const std::string& name, std::vector<std::
     return arguments;
 }
 
+std::vector<std::string> Setup::ownRuntime() const {
+    const auto folder = inMemory("runtime");
+    std::filesystem::create_directories(folder);
+    for (const std::filesystem::path library : {ORX_CXX_LIBRARY, ORX_COMPILER_LIBRARY}) {
+        std::filesystem::copy_file(library, folder / library.filename(),
+                                   std::filesystem::copy_options::overwrite_existing);
+    }
+    return {"LD_LIBRARY_PATH=" + folder};
+}
+
 }  // namespace orx::bench

@@ -40,6 +40,10 @@ class Setup {
     [[nodiscard]] static std::vector<std::string> limit(const std::string& name,
                                                         std::vector<std::string> arguments);
 
+    /// The environment in which a program has the C++ runtime to itself, as on a board with no
+    /// other program in C++: copies of its libraries, of which no other process has a part.
+    [[nodiscard]] std::vector<std::string> ownRuntime() const;
+
   private:
     test::TemporaryFolder memory;
 };

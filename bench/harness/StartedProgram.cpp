@@ -21,7 +21,7 @@ void readUntil(const FileDescriptor& output, const std::string& text) {
     std::array<char, 4096> buffer;
     while (console.find(text) == std::string::npos) {
         const auto size = ::read(output.get(), buffer.data(), buffer.size());
-        if (size <= 0) throw std::runtime_error("no \"" + text + "\" in: " + console);
+        if (size <= 0) throw std::runtime_error(std::string("not ready: ").append(console));
         console.append(buffer.data(), static_cast<std::size_t>(size));
     }
 }

@@ -50,7 +50,8 @@ UdpClient::UdpClient(int port) : socket(newSocket()) {
     constexpr timeval patience{10, 0};
     const auto address = loopback(port);
     ::setsockopt(socket.get(), SOL_SOCKET, SO_RCVTIMEO, &patience, sizeof patience);
-    ::connect(socket.get(), reinterpret_cast<const sockaddr*>(&address), sizeof address);
+    if (::connect(socket.get(), reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0)
+        throw std::runtime_error("no socket to be had");
 }
 
 void UdpClient::send(std::string_view datagram) const {

@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <string>
 #include <thread>
+#include <utility>
 #include <vector>
 
 #include "harness/Clock.h"
@@ -50,9 +51,8 @@ class Forwarding {
 /// The daemon and the limits beside each other, each on a line of its own.
 class Rivals {
   public:
-    Rivals(const Run& run, const Placement& placement, const std::string& logFolderFile,
-           bool truncating)
-        : log(logFolderFile),
+    Rivals(const Run& run, const Placement& placement, std::string logFile, bool truncating)
+        : log(std::move(logFile)),
           daemon(
               run.setup.command({.ports = {daemonPort}, .device = lines[0].device(), .log = log}),
               lines[0], daemonPort, placement.server, "waiting for commands"),

@@ -46,7 +46,7 @@ Points pointsOf(const FunctionTimes& times, const std::string& name) {
     constexpr double nsPerUs = 1000;
     std::map<long, double> bySize;
     for (const auto& [fullName, samples] : times) {
-        if (fullName.starts_with(name + "/"))
+        if (fullName.starts_with(std::string(name).append("/")))
             bySize[std::stol(fullName.substr(name.size() + 1))] = samples.median() / nsPerUs;
     }
     return {bySize.begin(), bySize.end()};
@@ -67,7 +67,8 @@ void writeGrowth(const Setup& setup, const std::string& folder) {
         {"lensmemory-limit", "readLensMemory"}};
     const auto times = timeFunctions("^(workOff|load|read)", true);
     for (const auto& [file, benchmark] : plots)
-        write(folder + "/" + file + ".dat", pointsOf(times, benchmark));
+        write(std::string(folder).append("/").append(file).append(".dat"),
+              pointsOf(times, benchmark));
 }
 
 }  // namespace orx::bench

@@ -82,8 +82,9 @@ void measureStatus(const Run& run) {
 }
 
 void measureStatusInFlight(const Run& run) {
-    constexpr int turns = 10;
+    constexpr int turns = 50;
     const long questions = run.samples(100'000) / turns;
+    const Unhurried unhurried;
     for (const auto& placement : placements()) {
         stayOn(placement.client);
         const Answering servers(run, placement.server);

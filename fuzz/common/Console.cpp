@@ -16,7 +16,11 @@ std::string& printed() {
 }  // namespace
 
 void printLine(std::string_view line) {
-    printed().append(line).append("\n");
+    printLine({}, line);
+}
+
+void printLine(std::string_view tag, std::string_view line) {
+    printed().append(tag).append(line).append("\n");
 }
 
 void printText(std::string_view text) {

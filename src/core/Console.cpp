@@ -26,9 +26,13 @@ bool canContinue() {
 }  // namespace
 
 void printLine(std::string_view line) {
+    printLine({}, line);
+}
+
+void printLine(std::string_view tag, std::string_view line) {
     std::string text;
-    text.reserve(line.size() + 1);
-    printText(text.append(line).append("\n"));
+    text.reserve(tag.size() + line.size() + 1);
+    printText(text.append(tag).append(line).append("\n"));
 }
 
 void printText(std::string_view text) {

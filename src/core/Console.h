@@ -12,6 +12,9 @@ namespace orx {
 /// Writes `line` and a line feed. Any thread may call it.
 void printLine(std::string_view line);
 
+/// The same with `tag` ahead of the line.
+void printLine(std::string_view tag, std::string_view line);
+
 /// Writes `text`, complete lines with their line feeds, in one piece. Any thread may call it.
 void printText(std::string_view text);
 

@@ -1,5 +1,8 @@
 #include "core/Log.h"
 
+#include <algorithm>
+#include <array>
+#include <cerrno>
 #include <ctime>
 #include <fcntl.h>
 #include <unistd.h>
@@ -33,11 +36,25 @@ void replaceContent(int descriptor, std::string_view text) {
     if (::ftruncate(descriptor, end) != 0) return;
 }
 
-/// Puts the last `count` digits of `number` into `text` at `place`.
-void writeDigits(std::string& text, std::size_t place, std::size_t count, long number) {
+/// "HH:MM:SS.uuuuuu " without an end of its own.
+using Stamp = std::array<char, 16>;
+
+/// Puts the last `count` digits of `number` at `place`.
+void writeDigits(Stamp& stamp, std::size_t place, std::size_t count, long number) {
     constexpr long ten = 10;
     for (auto digit = place + count; digit-- > place; number /= ten)
-        text[digit] = static_cast<char>('0' + number % ten);
+        stamp.at(digit) = static_cast<char>('0' + number % ten);
+}
+
+Stamp stampOf(const timeval& moment) {
+    tm local{};
+    ::localtime_r(&moment.tv_sec, &local);
+    Stamp stamp{'H', 'H', ':', 'M', 'M', ':', 'S', 'S', '.', 'u', 'u', 'u', 'u', 'u', 'u', ' '};
+    writeDigits(stamp, 0, 2, local.tm_hour);
+    writeDigits(stamp, 3, 2, local.tm_min);
+    writeDigits(stamp, 6, 2, local.tm_sec);
+    writeDigits(stamp, 9, 6, moment.tv_usec);
+    return stamp;
 }
 
 }  // namespace
@@ -50,30 +67,18 @@ void Log::open(std::string path) {
 }
 
 void Log::write(std::string_view message, Echo echo, std::string_view consoleTag) {
-    if (echo == Echo::yes) printLine(std::string(consoleTag).append(message));
+    if (echo == Echo::yes) printLine(consoleTag, message);
     const MutexLock lock(mutex);
-    keep(stamped(message));
+    keep(message);
     rewriteFile();
 }
 
-std::string Log::stamped(std::string_view message) const {
-    const timeval moment = time.now();
-    tm local{};
-    ::localtime_r(&moment.tv_sec, &local);
-    constexpr std::string_view stamp = "HH:MM:SS.uuuuuu ";
-    std::string line;
-    line.reserve(stamp.size() + message.size() + 1);
-    line += stamp;
-    writeDigits(line, 0, 2, local.tm_hour);
-    writeDigits(line, 3, 2, local.tm_min);
-    writeDigits(line, 6, 2, local.tm_sec);
-    writeDigits(line, 9, 6, moment.tv_usec);
-    return line.append(message).append("\n");
-}
-
-void Log::keep(const std::string& line) {
-    content.insert(0, line);
-    lineSizes.push_front(line.size());
+void Log::keep(std::string_view message) {
+    const auto stamp = stampOf(time.now());
+    const auto size = stamp.size() + message.size() + 1;
+    content.insert(0, size, '\n');
+    std::ranges::copy(message, std::ranges::copy(stamp, content.begin()).out);
+    lineSizes.push_front(size);
     if (lineSizes.size() <= maxLines) return;
     content.resize(content.size() - lineSizes.back());
     lineSizes.pop_back();
@@ -81,8 +86,11 @@ void Log::keep(const std::string& line) {
 
 void Log::rewriteFile() const {
     constexpr mode_t readableByAll = 0666;  // less the umask, as for any file
-    const FileDescriptor file(
-        ::open(logPath.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, readableByAll));
+    constexpr int flags = O_WRONLY | O_CLOEXEC;
+    FileDescriptor file(::open(logPath.c_str(), flags));
+    // Where the file is there already, asking for a new one would lock its folder for nothing.
+    if (!file.isOpen() && errno == ENOENT)
+        file = FileDescriptor(::open(logPath.c_str(), flags | O_CREAT, readableByAll));
     if (file.isOpen()) replaceContent(file.get(), content);
 }
 

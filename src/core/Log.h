@@ -36,8 +36,7 @@ class Log {
     void write(std::string_view message, Echo echo, std::string_view consoleTag = {});
 
   private:
-    [[nodiscard]] std::string stamped(std::string_view message) const;
-    void keep(const std::string& line) ORX_REQUIRES(mutex);
+    void keep(std::string_view message) ORX_REQUIRES(mutex);
     void rewriteFile() const ORX_REQUIRES(mutex);
 
     Time& time;
