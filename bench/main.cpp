@@ -1,4 +1,5 @@
-// orx_bench [--quick] [--json] [--only PATTERN] [--plots FOLDER]
+// orx_bench [--quick] [--json] [--only PATTERN]
+// orx_bench --growth FOLDER
 //
 // Measures the daemon beside its limits and prints one table. Ends with 1 where a row is not within
 // its bound.
@@ -6,6 +7,7 @@
 #include <exception>
 #include <iostream>
 #include <regex>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -36,6 +38,7 @@ std::vector<Row> measureAll(const Setup& setup, const Options& options) {
     for (const auto& measurement : measurements()) {
         if (std::regex_search(measurement.name, wanted)) measurement.measure(run);
     }
+    if (rows.empty()) throw std::runtime_error("nothing is called " + options.only);
     return rows;
 }
 

@@ -47,10 +47,11 @@ nlohmann::json json(const Row& row) {
 }  // namespace
 
 Figures figuresOf(const Samples& samples) {
-    return {samples.median(), samples.p99()};
+    return {samples.median(), samples.areMany() ? std::optional(samples.p99()) : std::nullopt};
 }
 
 Bound Bound::loosened(double slack) const {
+    if (exact) return *this;
     return {kind, kind == Kind::atLeast ? value / slack : value * slack};
 }
 

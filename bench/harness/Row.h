@@ -23,6 +23,7 @@ struct Bound {
 
     Kind kind = Kind::none;
     double value = 0;
+    bool exact = false;  ///< a count, of which there is nothing to be generous with
 
     /// The same, `slack` times as generous.
     [[nodiscard]] Bound loosened(double slack) const;

@@ -18,6 +18,9 @@ class Samples {
     /// The sample that one in a hundred exceeds. Throws where there is none.
     [[nodiscard]] double p99() const { return quantile(0.99); }
 
+    /// Whether there are so many that one in a hundred says something.
+    [[nodiscard]] bool areMany() const noexcept { return samples.size() >= 100; }
+
   private:
     [[nodiscard]] double quantile(double share) const;
 

@@ -2,6 +2,9 @@
 
 #include <cstdlib>
 #include <filesystem>
+#include <iostream>
+#include <linux/magic.h>
+#include <sys/vfs.h>
 #include <unistd.h>
 
 #include "core/InstallPrefix.h"
@@ -19,6 +22,11 @@ test::TemporaryFolder folderInMemory() {
     return {};
 }
 
+bool isInMemory(const std::filesystem::path& folder) {
+    struct statfs system {};
+    return ::statfs(folder.c_str(), &system) == 0 && system.f_type == TMPFS_MAGIC;
+}
+
 void write(const std::string& name, const std::string& content) {
     const auto path = std::filesystem::path(INSTALL_PREFIX) / name;
     std::filesystem::create_directories(path.parent_path());
@@ -28,6 +36,9 @@ void write(const std::string& name, const std::string& content) {
 }  // namespace
 
 Setup::Setup() : memory(folderInMemory()) {
+    if (!isInMemory(memory.path())) std::cerr << "There is no file system in memory.\n";
+    std::filesystem::create_directories(INSTALL_PREFIX);
+    if (isInMemory(INSTALL_PREFIX)) std::cerr << "The build does not stand on a disk.\n";
     write("lib/small.ccd", definitions(0).bytes());
     write("lib/full.ccd", definitions(full).bytes());
     write("var/lensmemory.cfg", "zoommax = " + std::to_string(zoomSteps) + "\nfocusmax = 100\n");

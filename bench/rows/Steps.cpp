@@ -24,13 +24,10 @@ void watch(const SerialLine& line, int steps, Samples& samples) {
     }
 }
 
-}  // namespace
-
-void measureSteps(const Run& run) {
+void measureStepsOn(const Run& run, const Placement& placement) {
     constexpr int delayMs = 5;
     constexpr int turns = 4;
     const int steps = run.samples(zoomSteps) / turns;
-    const auto placement = placements().back();
     stayOn(placement.client);
     const std::array<SerialLine, 2> lines;
     const std::array ports{freePort(), freePort()};
@@ -59,7 +56,15 @@ void measureSteps(const Run& run) {
         clients[1].send("go");
         watch(lines[1], steps, pair.limit);
     }
-    run.add(medianRow("lens step, delay 5 ms", "us", pair, atMost(1.02)));
+    run.add(medianRow(std::string("lens step, delay 5 ms, ").append(placement.name), "us", pair,
+                      atMost(1.02)));
+}
+
+}  // namespace
+
+void measureSteps(const Run& run) {
+    for (const auto& placement : placements())
+        measureStepsOn(run, placement);
 }
 
 }  // namespace orx::bench

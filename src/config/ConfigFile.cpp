@@ -22,7 +22,10 @@ bool ConfigFile::isReadable(const std::string& path) {
 }
 
 void ConfigFile::load() {
-    const auto content = InputFile(fileName).readAll();
+    InputFile file(fileName);
+    auto content = file.readAll();
+    // What is left of a line that a failing disk has cut would say something else.
+    if (file.isCutOff()) content.resize(content.rfind('\n') + 1);
     std::size_t lineNumber = 0;
     for (std::string_view rest = content; !rest.empty();) {
         const auto line = rest.substr(0, rest.find('\n'));

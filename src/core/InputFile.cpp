@@ -1,6 +1,5 @@
 #include "core/InputFile.h"
 
-#include <algorithm>
 #include <cerrno>
 #include <fcntl.h>
 #include <unistd.h>
@@ -30,6 +29,7 @@ std::string InputFile::read(std::size_t size) {
            (received = readSome(descriptor.get(), bytes.data() + filled, size - filled)) > 0) {
         filled += static_cast<std::size_t>(received);
     }
+    if (received == -1) cutOff = true;
     bytes.resize(filled);
     return bytes;
 }

@@ -24,12 +24,16 @@ class InputFile {
     /// All bytes from here on.
     [[nodiscard]] std::string readAll();
 
+    /// Whether more may be in the file than could be read.
+    [[nodiscard]] bool isCutOff() const noexcept { return cutOff; }
+
     /// Goes to the byte with that offset from the beginning. A file that has no places, as a pipe,
     /// counts as read to its end then.
     void seek(std::size_t offset);
 
   private:
     FileDescriptor descriptor;
+    bool cutOff = false;
 };
 
 }  // namespace orx

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cerrno>
 #include <ctime>
 #include <fcntl.h>
 #include <unistd.h>
@@ -31,9 +30,10 @@ void replaceContent(int descriptor, std::string_view text) {
         if (written <= 0) break;
         size += static_cast<std::size_t>(written);
     }
-    const auto end = static_cast<off_t>(size);
-    if (::lseek(descriptor, 0, SEEK_END) <= end) return;  // so does a device, which has no end
-    if (::ftruncate(descriptor, end) != 0) return;
+    const auto newEnd = static_cast<off_t>(size);
+    const auto oldEnd = ::lseek(descriptor, 0, SEEK_END);
+    if (oldEnd >= 0 && oldEnd <= newEnd) return;
+    if (::ftruncate(descriptor, newEnd) != 0) return;  // a device has no end
 }
 
 /// "HH:MM:SS.uuuuuu " without an end of its own.
@@ -86,11 +86,8 @@ void Log::keep(std::string_view message) {
 
 void Log::rewriteFile() const {
     constexpr mode_t readableByAll = 0666;  // less the umask, as for any file
-    constexpr int flags = O_WRONLY | O_CLOEXEC;
-    FileDescriptor file(::open(logPath.c_str(), flags));
-    // Where the file is there already, asking for a new one would lock its folder for nothing.
-    if (!file.isOpen() && errno == ENOENT)
-        file = FileDescriptor(::open(logPath.c_str(), flags | O_CREAT, readableByAll));
+    const FileDescriptor file(
+        ::open(logPath.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, readableByAll));
     if (file.isOpen()) replaceContent(file.get(), content);
 }
 

@@ -111,6 +111,22 @@ TEST_P(StartFaults, EndTheStartOrAreOutlived) {
     }
 }
 
+class CutConfiguration : public FaultStory {};
+
+TEST_F(CutConfiguration, LosesALineThatAFailingDiskHasCut) {
+    configure("");
+    auto text = contentOf(installation.file("etc/orx.cfg"));
+    installation.writeConfiguration(text + "serial.debug = 2");  // the end of which never comes
+    faults.arm({.call = "read", .place = "orx.cfg", .error = EIO, .first = 2});
+    auto wanted = underFaults();
+    wanted.arguments = {};
+    start(wanted);
+    expectToServe();
+    EXPECT_EQ(faults.done(), 1U);
+    EXPECT_THAT(status(), testing::Not(testing::HasSubstr("DEBUG")));
+    EXPECT_EQ(quit(), "exit status 0");
+}
+
 INSTANTIATE_TEST_SUITE_P(Of, StartFaults, testing::ValuesIn(startFaults));
 
 }  // namespace

@@ -30,7 +30,7 @@ struct LoadFigures {
     long executed = 0;  ///< commands that the queue has executed
     long dropped = 0;   ///< by the system, for want of room in the daemon's socket
     long moves = 0;
-    long steps = 0;            ///< on the line, each of them wanted
+    long steps = 0;       ///< on the line, each of them wanted
     long ownSettled = 0;  ///< kilobytes
     long ownAtEnd = 0;
     Holdings atStart;
