@@ -49,30 +49,36 @@ void measureMemoryAfterStart(const Run& run, const std::string& measure,
     run.add(medianRow(measure, "kB", pair, atMost(1.4)));
 }
 
-/// Sends so many datagrams: STATUS, and one in ten a command or a word that is none. The question
-/// that comes next is answered once they are taken, so nothing piles up.
-void sendMixture(const UdpClient& client, int datagrams) {
+/// Sends so many datagrams: STATUS, and one in ten a command or a word that is none. Goes on once
+/// the commands are on the line, so that nothing piles up.
+void sendMixture(const UdpClient& client, const SerialLine& line, int datagrams) {
     constexpr int round = 100;
     constexpr int questions = 90;
+    constexpr int commands = (round - questions) / 2;
     constexpr int inFlight = 45;
     for (int rounds = datagrams / round; rounds > 0; --rounds) {
-        for (int pair = 0; pair < (round - questions) / 2; ++pair) {
+        for (int sent = 0; sent < commands; ++sent) {
             client.send("ON");
             client.send("nonsense");
         }
         client.flood(question, questions, inFlight);
+        constexpr long commandBytes = 3;
+        for (long bytes = 0; bytes < commands * commandBytes;)
+            bytes += line.receive();
     }
 }
 
 void measureGrowth(const Run& run) {
+    const SerialLine line;
     const int port = freePort();
-    const Server daemon(run.setup.command({.ports = {port}}), placements().front().server);
+    const Server daemon(run.setup.command(withFullDefinitions(port, line)),
+                        placements().front().server);
     const UdpClient client(port);
     client.waitForAnswer(question);
-    sendMixture(client, 10'000);  // touches what the start has not
+    sendMixture(client, line, 10'000);  // touches what the start has not
     const double before = daemon.ownMemory();
     const int datagrams = run.samples(1'000'000);
-    sendMixture(client, datagrams);
+    sendMixture(client, line, datagrams);
     run.add(figureRow("growth after " + std::to_string(datagrams) + " datagrams", "kB",
                       daemon.ownMemory() - before, atMost(0)));
 }
