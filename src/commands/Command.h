@@ -20,7 +20,9 @@ class Command {
     /// keeps its name and loses its words. Never throws for bad input.
     explicit Command(std::string_view source);
     Command(const Command&) = default;
+    Command(Command&&) noexcept = default;
     Command& operator=(const Command&) = delete;
+    Command& operator=(Command&&) = delete;
     virtual ~Command() = default;
 
     /// With `display` the form for logs, "ZOOM (1200)"; without it the keyword as it was sent.

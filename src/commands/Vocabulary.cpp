@@ -3,10 +3,16 @@
 namespace orx {
 namespace {
 
+/// As `one < other`; the first bytes mostly tell, and save the call of a comparison.
+bool isLess(std::string_view one, std::string_view other) noexcept {
+    if (one.empty() || other.empty() || one.front() == other.front()) return one < other;
+    return std::char_traits<char>::lt(one.front(), other.front());
+}
+
 /// The row of `table` whose `member` is `name`, or null. The table is sorted by that member.
 const VocabularyEntry* find(const auto& table, std::string_view VocabularyEntry::*member,
                             std::string_view name) noexcept {
-    const auto row = std::ranges::lower_bound(table, name, {}, member);
+    const auto row = std::ranges::lower_bound(table, name, isLess, member);
     return row != table.end() && (*row).*member == name ? &*row : nullptr;
 }
 

@@ -51,21 +51,22 @@ void ControlChannelListener::run() {
 void ControlChannelListener::handleDatagram(std::string_view text, const sockaddr_in& sender) {
     while (running && !text.empty()) {
         const auto lineFeed = text.find('\n');
-        handleLine(std::string(text.substr(0, lineFeed)), sender);
+        handleLine(text.substr(0, lineFeed), sender);
         text.remove_prefix(lineFeed == std::string_view::npos ? text.size() : lineFeed + 1);
     }
 }
 
-void ControlChannelListener::handleLine(const std::string& line, const sockaddr_in& sender) {
-    const auto command = std::make_shared<const Command>(line);
-    if (!command->isValid()) {
-        log(source(sender) + " unknown command (\"" + line + "\")", Echo::yes, channelTag());
-    } else if (command->is(CMD_STATUS)) {
+void ControlChannelListener::handleLine(std::string_view line, const sockaddr_in& sender) {
+    Command command(line);
+    if (!command.isValid()) {
+        log(source(sender).append(" unknown command (\"").append(line).append("\")"), Echo::yes,
+            channelTag());
+    } else if (command.is(CMD_STATUS)) {
         reply(sender, Status::statusReply());
-    } else if (command->is(CMD_CLEAR_FLAGS)) {
+    } else if (command.is(CMD_CLEAR_FLAGS)) {
         Status::clearFlags();
     } else {
-        enqueue(command, sender);
+        enqueue(std::make_shared<const Command>(std::move(command)), sender);
     }
 }
 

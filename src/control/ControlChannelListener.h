@@ -43,7 +43,7 @@ class ControlChannelListener : public Listener, public Thread {
   private:
     /// What begins the lines on standard output.
     [[nodiscard]] std::string channelTag() const;
-    void handleLine(const std::string& line, const sockaddr_in& sender);
+    void handleLine(std::string_view line, const sockaddr_in& sender);
     void enqueue(const CommandPtr& command, const sockaddr_in& sender);
 
     std::shared_ptr<CommandQueue> commandQueue;

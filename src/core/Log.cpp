@@ -1,6 +1,5 @@
 #include "core/Log.h"
 
-#include <algorithm>
 #include <array>
 #include <ctime>
 #include <fcntl.h>
@@ -62,33 +61,22 @@ Stamp stampOf(const timeval& moment) {
 void Log::open(std::string path) {
     const MutexLock lock(mutex);
     logPath = std::move(path);
-    content.clear();
-    lineSizes.clear();
+    lines.clear();
 }
 
 void Log::write(std::string_view message, Echo echo, std::string_view consoleTag) {
     if (echo == Echo::yes) printLine(consoleTag, message);
     const MutexLock lock(mutex);
-    keep(message);
-    rewriteFile();
-}
-
-void Log::keep(std::string_view message) {
     const auto stamp = stampOf(time.now());
-    const auto size = stamp.size() + message.size() + 1;
-    content.insert(0, size, '\n');
-    std::ranges::copy(message, std::ranges::copy(stamp, content.begin()).out);
-    lineSizes.push_front(size);
-    if (lineSizes.size() <= maxLines) return;
-    content.resize(content.size() - lineSizes.back());
-    lineSizes.pop_back();
+    lines.add({stamp.data(), stamp.size()}, message);
+    rewriteFile();
 }
 
 void Log::rewriteFile() const {
     constexpr mode_t readableByAll = 0666;  // less the umask, as for any file
     const FileDescriptor file(
         ::open(logPath.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, readableByAll));
-    if (file.isOpen()) replaceContent(file.get(), content);
+    if (file.isOpen()) replaceContent(file.get(), lines.text());
 }
 
 void openLog(std::string path) {

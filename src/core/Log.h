@@ -7,11 +7,11 @@
 #pragma once
 
 #include <cstddef>
-#include <deque>
 #include <string>
 #include <string_view>
 
 #include "core/Mutex.h"
+#include "core/NewestFirst.h"
 #include "core/Time.h"
 
 namespace orx {
@@ -36,14 +36,12 @@ class Log {
     void write(std::string_view message, Echo echo, std::string_view consoleTag = {});
 
   private:
-    void keep(std::string_view message) ORX_REQUIRES(mutex);
     void rewriteFile() const ORX_REQUIRES(mutex);
 
     Time& time;
     Mutex mutex;
     std::string logPath ORX_GUARDED_BY(mutex);
-    std::string content ORX_GUARDED_BY(mutex);  ///< of the file, the newest line first
-    std::deque<std::size_t> lineSizes ORX_GUARDED_BY(mutex);  ///< of the messages, newest first
+    NewestFirst lines ORX_GUARDED_BY(mutex){maxLines};
 };
 
 /// `Log::open` on the log of the process.
