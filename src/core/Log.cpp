@@ -1,6 +1,5 @@
 #include "core/Log.h"
 
-#include <array>
 #include <ctime>
 #include <fcntl.h>
 #include <unistd.h>
@@ -35,25 +34,19 @@ void replaceContent(int descriptor, std::string_view text) {
     if (::ftruncate(descriptor, newEnd) != 0) return;  // a device has no end
 }
 
-/// "HH:MM:SS.uuuuuu " without an end of its own.
-using Stamp = std::array<char, 16>;
-
 /// Puts the last `count` digits of `number` at `place`.
-void writeDigits(Stamp& stamp, std::size_t place, std::size_t count, long number) {
+void writeDigits(LogStamp& stamp, std::size_t place, std::size_t count, long number) {
     constexpr long ten = 10;
     for (auto digit = place + count; digit-- > place; number /= ten)
-        stamp.at(digit) = static_cast<char>('0' + number % ten);
+        stamp[digit] = static_cast<char>('0' + number % ten);
 }
 
-Stamp stampOf(const timeval& moment) {
+void writeTimeOfDay(LogStamp& stamp, std::time_t second) {
     tm local{};
-    ::localtime_r(&moment.tv_sec, &local);
-    Stamp stamp{'H', 'H', ':', 'M', 'M', ':', 'S', 'S', '.', 'u', 'u', 'u', 'u', 'u', 'u', ' '};
+    ::localtime_r(&second, &local);
     writeDigits(stamp, 0, 2, local.tm_hour);
     writeDigits(stamp, 3, 2, local.tm_min);
     writeDigits(stamp, 6, 2, local.tm_sec);
-    writeDigits(stamp, 9, 6, moment.tv_usec);
-    return stamp;
 }
 
 }  // namespace
@@ -67,9 +60,17 @@ void Log::open(std::string path) {
 void Log::write(std::string_view message, Echo echo, std::string_view consoleTag) {
     if (echo == Echo::yes) printLine(consoleTag, message);
     const MutexLock lock(mutex);
-    const auto stamp = stampOf(time.now());
-    lines.add({stamp.data(), stamp.size()}, message);
+    lines.add(stampNow(), message);
     rewriteFile();
+}
+
+std::string_view Log::stampNow() {
+    const timeval moment = time.now();
+    // A second has one local time: the system reads the time zone once, ahead of the first.
+    if (stampedSecond != moment.tv_sec) writeTimeOfDay(stamp, moment.tv_sec);
+    stampedSecond = moment.tv_sec;
+    writeDigits(stamp, 9, 6, moment.tv_usec);
+    return {stamp.data(), stamp.size()};
 }
 
 void Log::rewriteFile() const {

@@ -6,7 +6,10 @@
 // `log`; the class stands by itself for tests.
 #pragma once
 
+#include <array>
 #include <cstddef>
+#include <ctime>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -18,6 +21,9 @@ namespace orx {
 
 /// Whether a message goes to standard output too.
 enum class Echo : bool { no, yes };
+
+/// "HH:MM:SS.uuuuuu ", the local time ahead of a message.
+using LogStamp = std::array<char, 16>;
 
 class Log {
   public:
@@ -36,11 +42,16 @@ class Log {
     void write(std::string_view message, Echo echo, std::string_view consoleTag = {});
 
   private:
+    /// Valid until the next one.
+    [[nodiscard]] std::string_view stampNow() ORX_REQUIRES(mutex);
     void rewriteFile() const ORX_REQUIRES(mutex);
 
     Time& time;
     Mutex mutex;
     std::string logPath ORX_GUARDED_BY(mutex);
+    LogStamp stamp ORX_GUARDED_BY(mutex){'H', 'H', ':', 'M', 'M', ':', 'S', 'S',
+                                         '.', 'u', 'u', 'u', 'u', 'u', 'u', ' '};
+    std::optional<std::time_t> stampedSecond ORX_GUARDED_BY(mutex);
     NewestFirst lines ORX_GUARDED_BY(mutex){maxLines};
 };
 
