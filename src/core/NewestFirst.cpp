@@ -1,7 +1,6 @@
 #include "core/NewestFirst.h"
 
 #include <algorithm>
-#include <utility>
 
 namespace orx {
 
@@ -22,11 +21,12 @@ void NewestFirst::add(std::string_view head, std::string_view tail) {
 /// Moves the text to the end of a room in which there are some lines' worth ahead of it.
 void NewestFirst::makeRoom(std::size_t size) {
     constexpr std::size_t severalLines = 4096;
-    const auto wanted = std::max(room.size(), length + size + severalLines);
-    std::string larger(wanted, '\0');
-    text().copy(larger.data() + (wanted - length), length);
-    room = std::move(larger);
-    begin = wanted - length;
+    const auto wanted = length + size + severalLines;
+    if (room.size() < wanted) room.resize(2 * wanted);
+    const auto end = room.size();
+    std::copy_backward(room.begin() + static_cast<std::ptrdiff_t>(begin),
+                       room.begin() + static_cast<std::ptrdiff_t>(begin + length), room.end());
+    begin = end - length;
 }
 
 void NewestFirst::clear() noexcept {
