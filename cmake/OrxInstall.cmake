@@ -23,11 +23,21 @@ if(TARGET orxsim)
 endif()
 if(TARGET orxctl)
     install(TARGETS orxctl RUNTIME DESTINATION bin)
-    install(FILES ${PROJECT_SOURCE_DIR}/docs/orxctl.1 DESTINATION share/man/man1)
     install(FILES ${ORX_COMPLETIONS}/orxctl DESTINATION share/bash-completion/completions)
     install(FILES ${ORX_COMPLETIONS}/_orxctl DESTINATION share/zsh/site-functions)
     install(FILES ${ORX_COMPLETIONS}/orxctl.fish DESTINATION share/fish/vendor_completions.d)
 endif()
+
+# The manual pages say which version they are for.
+file(GLOB manuals CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/docs/*.[1-8])
+set(ORX_MANUALS)
+foreach(manual IN LISTS manuals)
+    get_filename_component(name ${manual} NAME)
+    string(REGEX MATCH "[1-8]$" section ${name})
+    configure_file(${manual} ${PROJECT_BINARY_DIR}/man/${name} @ONLY)
+    list(APPEND ORX_MANUALS ${PROJECT_BINARY_DIR}/man/${name})
+    install(FILES ${PROJECT_BINARY_DIR}/man/${name} DESTINATION share/man/man${section})
+endforeach()
 
 # What another program needs to talk to daemons: find_package(orx-client).
 include(CMakePackageConfigHelpers)

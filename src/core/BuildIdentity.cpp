@@ -11,6 +11,10 @@ std::string bareCodeName(std::string_view stored) {
 
 }  // namespace
 
+constinit const BuildIdentity buildIdentity{
+    "orx", "v" ORX_VERSION, " \"Quietpangolin\"", "2393", "2019-06-13, 16:23:26",
+};
+
 std::string banner(const BuildIdentity& identity) {
     std::string text(identity.product);
     text.append(" ").append(identity.version).append(identity.codeName);

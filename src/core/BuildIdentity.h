@@ -15,14 +15,13 @@ struct BuildIdentity {
     std::string_view buildDateTime;  ///< "YYYY-MM-DD, HH:MM:SS"
 };
 
-inline constexpr BuildIdentity buildIdentity{
-    "orx", "v1.11.0", " \"Quietpangolin\"", "2393", "2019-06-13, 16:23:26",
-};
+/// This release. The version is the one that the build is configured for.
+extern const BuildIdentity buildIdentity;
 
-/// For people: orx v1.11.0 "Quietpangolin" (build 2393 @ 2019-06-13, 16:23:26)
+/// For people: orx vVERSION "Quietpangolin" (build 2393 @ 2019-06-13, 16:23:26)
 [[nodiscard]] std::string banner(const BuildIdentity& identity = buildIdentity);
 
-/// For scripts: 1.11.0/Quietpangolin/2393/2019-06-13/16:23:26
+/// For scripts: VERSION/Quietpangolin/2393/2019-06-13/16:23:26
 [[nodiscard]] std::string internalVersion(const BuildIdentity& identity = buildIdentity);
 
 }  // namespace orx

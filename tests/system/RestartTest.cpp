@@ -44,7 +44,7 @@ TEST_F(Restart, ShowsTheTeardownAndTheNewStartInOrder) {
 TEST_F(Restart, DoesNotPrintTheBannerAgain) {
     startWith(motorModel());
     restart();
-    EXPECT_THAT(daemon->lines(), Contains(StartsWith("orx v1.11.0 ")).Times(1));
+    EXPECT_THAT(daemon->lines(), Contains(StartsWith("orx v" ORX_VERSION " ")).Times(1));
 }
 
 TEST_F(Restart, BeginsANewLog) {

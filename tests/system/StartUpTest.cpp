@@ -10,7 +10,9 @@ using testing::ElementsAre;
 using testing::MatchesRegex;
 using testing::StartsWith;
 
-const std::string banner = R"(orx v1.11.0 "Quietpangolin" (build 2393 @ 2019-06-13, 16:23:26))";
+const std::string banner =
+    "orx v" ORX_VERSION R"( "Quietpangolin" (build 2393 @ 2019-06-13, 16:23:26))";
+const std::string internalVersion = ORX_VERSION "/Quietpangolin/2393/2019-06-13/16:23:26";
 
 class StartUp : public Story {
   protected:
@@ -24,13 +26,13 @@ class StartUp : public Story {
 TEST_F(StartUp, PrintsTheInternalVersionAsOneLineAndDoesNothingElse) {
     install(motorModel());
     EXPECT_EQ(startAndWaitForEnd({.arguments = {"--internalversion"}}), "exit status 0");
-    EXPECT_THAT(daemon->lines(), ElementsAre("1.11.0/Quietpangolin/2393/2019-06-13/16:23:26"));
+    EXPECT_THAT(daemon->lines(), ElementsAre(internalVersion));
     EXPECT_FALSE(installation.has("var/run/orx.log"));
 }
 
 TEST_F(StartUp, PrintsTheInternalVersionWhateverFollows) {
     EXPECT_EQ(startAndWaitForEnd({.arguments = {"--internalversion", "more"}}), "exit status 0");
-    EXPECT_THAT(daemon->lines(), ElementsAre("1.11.0/Quietpangolin/2393/2019-06-13/16:23:26"));
+    EXPECT_THAT(daemon->lines(), ElementsAre(internalVersion));
 }
 
 TEST_F(StartUp, ShowsEveryStepInOrder) {

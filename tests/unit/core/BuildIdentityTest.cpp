@@ -8,7 +8,8 @@ namespace {
 constexpr BuildIdentity withoutCodeName{"orx", "v2.0", "", "7", "2031-12-24, 01:02:03"};
 
 TEST(Banner, NamesTheBuildForPeople) {
-    EXPECT_EQ(banner(), "orx v1.11.0 \"Quietpangolin\" (build 2393 @ 2019-06-13, 16:23:26)");
+    EXPECT_EQ(banner(),
+              "orx v" ORX_VERSION " \"Quietpangolin\" (build 2393 @ 2019-06-13, 16:23:26)");
 }
 
 TEST(Banner, GoesWithoutACodeName) {
@@ -16,7 +17,7 @@ TEST(Banner, GoesWithoutACodeName) {
 }
 
 TEST(InternalVersion, JoinsFiveFieldsForScripts) {
-    EXPECT_EQ(internalVersion(), "1.11.0/Quietpangolin/2393/2019-06-13/16:23:26");
+    EXPECT_EQ(internalVersion(), ORX_VERSION "/Quietpangolin/2393/2019-06-13/16:23:26");
 }
 
 TEST(InternalVersion, HasAnEmptyFieldInPlaceOfAMissingCodeName) {
@@ -33,7 +34,7 @@ TEST(InternalVersion, TakesTheCodeNameWithoutItsBlankAndQuotes) {
 
 TEST(BuildIdentity, IsThatOfTheRelease) {
     EXPECT_EQ(buildIdentity.product, "orx");
-    EXPECT_EQ(buildIdentity.version, "v1.11.0");
+    EXPECT_EQ(buildIdentity.version, "v" ORX_VERSION);
     EXPECT_EQ(buildIdentity.codeName, " \"Quietpangolin\"");
     EXPECT_EQ(buildIdentity.buildNumber, "2393");
     EXPECT_EQ(buildIdentity.buildDateTime, "2019-06-13, 16:23:26");
