@@ -20,6 +20,13 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL GNU AND CMAKE_CXX_COMPILER_VERSION VERSION_LES
     target_compile_options(orx_options INTERFACE -Wno-restrict)
 endif()
 
+# A board that is bought today is still at work in 2038, when seconds no longer fit 32 bits.
+set(ORX_SYSTEM_CALLS "")
+if(CMAKE_SIZEOF_VOID_P EQUAL 4)
+    set(ORX_SYSTEM_CALLS _TIME_BITS=64 _FILE_OFFSET_BITS=64)
+endif()
+target_compile_definitions(orx_options INTERFACE ${ORX_SYSTEM_CALLS})
+
 if(ORX_SANITIZE)
     # A report needs lines and no more; full debug information takes minutes to compile and link.
     target_compile_options(orx_options INTERFACE

@@ -1,5 +1,15 @@
 # Sourced by the other scripts: brings the Debian packages that they need.
 
+# add_architectures NAME...: has the system know the architectures behind the colons of the names.
+add_architectures() {
+    local name
+    for name in "$@"; do
+        if [[ $name == *:* ]] && ! dpkg --print-foreign-architectures | grep --quiet "^${name#*:}$"; then
+            "${as_root[@]}" dpkg --add-architecture "${name#*:}"
+        fi
+    done
+}
+
 # ensure_packages NAME...: installs those that are missing, with sudo where the user is not root.
 ensure_packages() {
     local missing=() name
@@ -17,7 +27,9 @@ ensure_packages() {
         }
         as_root=(sudo)
     fi
-    "${as_root[@]}" apt-get update --quiet=2
+    add_architectures "${missing[@]}"
+    # A list that cannot be brought matters only where a package is not found for it.
+    "${as_root[@]}" apt-get update --quiet=2 || echo "Going on with the package lists there are." >&2
     "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
         apt-get install --yes --quiet=2 --no-install-recommends "${missing[@]}" >/dev/null
 }
@@ -35,3 +47,17 @@ HELGRIND_PACKAGES=(valgrind libc6-dbg)
 SECURITY_PACKAGES=(nftables iproute2 systemd)
 BENCH_PACKAGES=(libbenchmark-dev strace binutils gnuplot-nox)
 MUTATION_PACKAGES=(ninja-build lld python3-clang)
+PACKAGE_PACKAGES=(dpkg-dev lintian)
+PACKAGE_TEST_PACKAGES=(debootstrap)
+EMULATOR_PACKAGES=(qemu-user-static iproute2)
+
+# cross_packages ARCHITECTURE: what building for boards takes besides; cross_test_packages: their
+# tests. The libraries lie beside those of this machine, each below a folder of its architecture.
+cross_packages() {
+    case "$1" in
+    arm64) echo g++-aarch64-linux-gnu ;;
+    armhf) echo g++-arm-linux-gnueabihf ;;
+    esac
+    echo "libstdc++6:$1" "libtomlplusplus-dev:$1"
+}
+cross_test_packages() { echo "libgtest-dev:$1" "libgmock-dev:$1"; }

@@ -28,7 +28,9 @@ inline pid_t thisThread() {
 /// Whether a thread, or the first one of a process, sleeps in the system: on a lock, in a read or a
 /// write, or waiting for another thread.
 inline bool isAsleep(pid_t thread) {
-    std::ifstream file("/proc/" + std::to_string(thread) + "/stat");
+    // By way of task/, because an emulator makes up the file of a process itself.
+    const auto id = std::to_string(thread);
+    std::ifstream file("/proc/" + id + "/task/" + id + "/stat");
     std::string stat;
     std::getline(file, stat);
     const auto state = stat.rfind(") ");

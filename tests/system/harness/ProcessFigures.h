@@ -27,8 +27,8 @@ struct ThreadFigures {
 [[nodiscard]] bool isProcessAsleep(pid_t process);
 
 /// Whether the memory of a process says anything of what it has kept: a sanitizer keeps what has
-/// been given back.
-inline constexpr bool memoryIsTelling = ORX_SANITIZED == 0;
+/// been given back, an emulator what it has translated.
+inline constexpr bool memoryIsTelling = ORX_MEMORY_IS_TELLING;
 
 /// How much memory it has written to, in kilobytes: its files and libraries do not count.
 [[nodiscard]] long ownKilobytes(pid_t process);
