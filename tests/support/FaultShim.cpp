@@ -30,6 +30,7 @@
 #include <unistd.h>
 
 #include "support/FaultBoard.h"
+#include "support/LinkName.h"
 
 namespace {
 
@@ -39,7 +40,7 @@ using orx::test::FaultBoard;
 /// The function of that name behind this library.
 template <typename Function>
 Function* next(const char* name) noexcept {
-    return reinterpret_cast<Function*>(::dlsym(RTLD_NEXT, name));
+    return reinterpret_cast<Function*>(::dlsym(RTLD_NEXT, orx::test::linkName(name)));
 }
 
 FaultBoard* mapBoard() noexcept {
@@ -211,15 +212,6 @@ int open(const char* path, int flags, ...) {
     return call(nameOfOpening(flags), Place(path), -1, [&] { return real(path, flags, mode); });
 }
 
-int open64(const char* path, int flags, ...) {
-    static const auto real = next<decltype(::open64)>("open64");
-    std::va_list more;
-    va_start(more, flags);
-    const auto mode = takesMode(flags) ? va_arg(more, mode_t) : mode_t{0};
-    va_end(more);
-    return call(nameOfOpening(flags), Place(path), -1, [&] { return real(path, flags, mode); });
-}
-
 int close(int descriptor) {
     static const auto real = next<decltype(::close)>("close");
     return callFirst("close", Place(descriptor), -1, [&] { return real(descriptor); });
@@ -245,19 +237,8 @@ off_t lseek(int descriptor, off_t offset, int whence) noexcept {
                 [&] { return real(descriptor, offset, whence); });
 }
 
-off64_t lseek64(int descriptor, off64_t offset, int whence) noexcept {
-    static const auto real = next<decltype(::lseek64)>("lseek64");
-    return call("lseek", Place(descriptor), off64_t{-1},
-                [&] { return real(descriptor, offset, whence); });
-}
-
 int ftruncate(int descriptor, off_t size) noexcept {
     static const auto real = next<decltype(::ftruncate)>("ftruncate");
-    return call("ftruncate", Place(descriptor), -1, [&] { return real(descriptor, size); });
-}
-
-int ftruncate64(int descriptor, off64_t size) noexcept {
-    static const auto real = next<decltype(::ftruncate64)>("ftruncate64");
     return call("ftruncate", Place(descriptor), -1, [&] { return real(descriptor, size); });
 }
 
@@ -278,11 +259,6 @@ int fchown(int descriptor, uid_t owner, gid_t group) noexcept {
 
 int fstat(int descriptor, struct stat* result) noexcept {
     static const auto real = next<decltype(::fstat)>("fstat");
-    return call("fstat", Place(descriptor), -1, [&] { return real(descriptor, result); });
-}
-
-int fstat64(int descriptor, struct stat64* result) noexcept {
-    static const auto real = next<decltype(::fstat64)>("fstat64");
     return call("fstat", Place(descriptor), -1, [&] { return real(descriptor, result); });
 }
 
@@ -351,6 +327,40 @@ int clock_gettime(clockid_t clock, timespec* moment) noexcept {
     if (result == 0 && clock == CLOCK_REALTIME) shift(moment->tv_sec);
     return result;
 }
+
+// Where the functions above have not taken these names themselves.
+#ifndef __USE_FILE_OFFSET64
+int open64(const char* path, int flags, ...) {
+    static const auto real = next<decltype(::open64)>("open64");
+    std::va_list more;
+    va_start(more, flags);
+    const auto mode = takesMode(flags) ? va_arg(more, mode_t) : mode_t{0};
+    va_end(more);
+    return call("open", Place(path), -1, [&] { return real(path, flags, mode); });
+}
+
+off64_t lseek64(int descriptor, off64_t offset, int whence) noexcept {
+    static const auto real = next<decltype(::lseek64)>("lseek64");
+    return call("lseek", Place(descriptor), off64_t{-1},
+                [&] { return real(descriptor, offset, whence); });
+}
+
+int ftruncate64(int descriptor, off64_t size) noexcept {
+    static const auto real = next<decltype(::ftruncate64)>("ftruncate64");
+    return call("ftruncate", Place(descriptor), -1, [&] { return real(descriptor, size); });
+}
+
+int fstat64(int descriptor, struct stat64* result) noexcept {
+    static const auto real = next<decltype(::fstat64)>("fstat64");
+    return call("fstat", Place(descriptor), -1, [&] { return real(descriptor, result); });
+}
+
+FILE* fopen64(const char* path, const char* mode) {
+    static const auto real = next<decltype(::fopen64)>("fopen64");
+    return call("fopen", Place(path), static_cast<FILE*>(nullptr),
+                [&] { return real(path, mode); });
+}
+#endif
 
 }  // extern "C"
 // NOLINTEND(readability-inconsistent-declaration-parameter-name)
