@@ -48,7 +48,7 @@ SECURITY_PACKAGES=(nftables iproute2 systemd)
 BENCH_PACKAGES=(libbenchmark-dev strace binutils gnuplot-nox)
 MUTATION_PACKAGES=(ninja-build lld python3-clang)
 PACKAGE_PACKAGES=(dpkg-dev lintian)
-PACKAGE_TEST_PACKAGES=(debootstrap)
+PACKAGE_TEST_PACKAGES=(debootstrap iproute2)
 EMULATOR_PACKAGES=(qemu-user-static iproute2)
 
 # cross_packages ARCHITECTURE: what building for boards takes besides; cross_test_packages: their
