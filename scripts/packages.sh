@@ -1,5 +1,13 @@
 # Sourced by the other scripts: brings the Debian packages that they need.
 
+# is_installed NAME[:ARCHITECTURE]: for this machine's architecture where none is named.
+is_installed() {
+    local architecture=${1#*:}
+    [ "$architecture" != "$1" ] || architecture=$(dpkg --print-architecture)
+    dpkg-query --show --showformat='${Architecture} ${db:Status-Status}\n' "${1%%:*}" 2>/dev/null |
+        grep --quiet --extended-regexp "^(all|$architecture) installed$"
+}
+
 # add_architectures NAME...: has the system know the architectures behind the colons of the names.
 add_architectures() {
     local name
@@ -14,8 +22,7 @@ add_architectures() {
 ensure_packages() {
     local missing=() name
     for name in "$@"; do
-        dpkg-query --show --showformat='${db:Status-Status}' "$name" 2>/dev/null |
-            grep --quiet '^installed$' || missing+=("$name")
+        is_installed "$name" || missing+=("$name")
     done
     [ ${#missing[@]} -eq 0 ] && return
     echo "Installing: ${missing[*]}"
