@@ -15,6 +15,7 @@
 
 #include "commands/Keywords.h"
 #include "orxctl/CommandList.h"
+#include "orxctl/ConfiguredDaemon.h"
 #include "orxctl/HostsFile.h"
 #include "orxctl/Progress.h"
 #include "orxctl/Requests.h"
@@ -95,6 +96,10 @@ Show readShow(const std::string& path) {
 }  // namespace
 
 Fleet Call::fleet() const {
+    if (!configFile.empty()) {
+        if (!hosts.empty()) throw std::invalid_argument("either --host or --config");
+        return Fleet({configuredDaemon(configFile)});
+    }
     if (!hostsFile.empty() &&
         (!ConfigFile::isReadable(hostsFile) || std::filesystem::is_directory(hostsFile)))
         throw std::invalid_argument("no hosts file, or none that can be read: " + hostsFile);

@@ -19,6 +19,7 @@ struct Call {
     std::string command{};             ///< to be sent
     std::vector<std::string> hosts{};  ///< names and addresses of daemons
     std::string hostsFile{};           ///< empty for the usual one
+    std::string configFile{};          ///< of the daemon, instead of `hosts`; empty for none
     std::optional<std::chrono::milliseconds> timeout{};
     SendOptions policies{};
     std::string argument{};  ///< of what is done else than to send

@@ -156,6 +156,8 @@ void CommandLine::addTargets(CLI::App& command) {
         ->allow_extra_args(false);
     command.add_option("--hosts", call.hostsFile, "The file with the names of daemons and groups")
         ->type_name("FILE");
+    command.add_option("--config", call.configFile, "The daemon of this configuration")
+        ->type_name("FILE");
 }
 
 void CommandLine::addTimeout(CLI::App& command, const std::string& text) {

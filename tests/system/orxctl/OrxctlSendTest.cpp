@@ -1,4 +1,5 @@
 // The client sends one command: what it refuses to send, and what the daemon gets.
+#include "support/TemporaryFolder.h"
 #include "system/orxctl/OrxctlStory.h"
 
 namespace orx::test {
@@ -53,6 +54,20 @@ TEST_F(OrxctlSend, TakesOptionsAheadOfTheWordsAndBetweenThem) {
     EXPECT_THAT(resultOf(host + " status").output, HasSubstr(proxy.address()));
     EXPECT_THAT(proxy.requests(), ElementsAre("STATUS", "ROTATION -1", "STATUS", "ROTATION -2",
                                               "STATUS", "ROTATION -3", "STATUS"));
+}
+
+TEST_F(OrxctlSend, FindsTheDaemonByItsConfiguration) {
+    startWith(motorModel());
+    const TemporaryFolder folder;
+    const auto config =
+        " --config " + folder.write("orx.cfg", "controlchannel = " + proxy.address() + "\n");
+    EXPECT_EQ(resultOf("ON" + config), done());
+    line.waitFor("ON\r");
+    EXPECT_THAT(resultOf("status" + config).output, HasSubstr(proxy.address()));
+    const auto mixed = call("ON" + config);
+    EXPECT_EQ(mixed.ending, "exit status 1");
+    EXPECT_THAT(mixed.errors, HasSubstr("either --host or --config"));
+    EXPECT_THAT(proxy.requests(), ElementsAre("STATUS", "ON", "STATUS"));
 }
 
 struct Mistake {
