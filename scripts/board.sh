@@ -1,0 +1,105 @@
+# Sourced by try-service: a Debian of its own with the daemon installed, booted beside this system.
+# Needs to be root. Nothing outside of its folder is touched, and what it starts ends with it.
+
+board=$PWD/build/service
+board_root=$board/root
+board_cgroup=orx-board-$$
+
+# make_board: unpacks a fresh Debian, of the release that this one is, which is fetched once, and
+# installs the daemon there, the way a package does it.
+make_board() {
+    local suite archive
+    suite=$(. /etc/os-release && echo "$VERSION_CODENAME")
+    archive=$board/$suite.tar
+    mkdir -p "$board"
+    [ -s "$archive" ] || fetch_debian "$suite" "$archive"
+    rm -rf "$board_root"
+    mkdir "$board_root"
+    tar --extract --numeric-owner --file "$archive" --directory "$board_root"
+    install_daemon
+}
+
+fetch_debian() {
+    local fetched=$board/fetched
+    rm -rf "$fetched"
+    debootstrap --variant=minbase --include=systemd,systemd-sysv,dbus,udev,kmod,iproute2,umockdev \
+        "$1" "$fetched" >"$board/debootstrap.log" || { tail "$board/debootstrap.log" && return 1; }
+    rm -rf "$fetched"/var/cache/apt/* "$fetched"/var/lib/apt/lists/*
+    : >"$fetched/etc/machine-id"
+    tar --create --numeric-owner --file "$2.new" --directory "$fetched" .
+    mv "$2.new" "$2"
+    rm -rf "$fetched"
+}
+
+install_daemon() {
+    DESTDIR=$board_root cmake --install build/release --prefix /opt/orx >/dev/null
+    install -D --mode=644 --target-directory="$board_root/usr/lib/systemd/system" \
+        packaging/systemd/*.service
+    install -D --mode=644 --target-directory="$board_root/usr/lib/sysusers.d" packaging/sysusers/*
+    install -D --mode=644 --target-directory="$board_root/usr/lib/tmpfiles.d" packaging/tmpfiles/*
+    mkdir --parents "$board_root/etc/systemd/system/multi-user.target.wants"
+    ln -s /usr/lib/systemd/system/orx.service \
+        "$board_root/etc/systemd/system/multi-user.target.wants/"
+    echo board >"$board_root/etc/hostname"
+    # These would set up the machine that lends its kernel.
+    local unit
+    for unit in systemd-sysctl systemd-modules-load systemd-udev-trigger; do
+        ln -s /dev/null "$board_root/etc/systemd/system/$unit.service"
+    done
+}
+
+# The folders of this kernel's control groups that a systemd goes by, one a line.
+cgroup_folders() {
+    findmnt --raw --noheadings --output TARGET --types cgroup2 | head --lines=1
+    findmnt --raw --noheadings --output TARGET --types cgroup --options name=systemd |
+        head --lines=1
+}
+
+# The board has a group for itself, and a kernel of which it may see and set nearly all: its systemd
+# watches devices only where it may write to /sys, and needs bpf() to keep services from them.
+start_board() {
+    local folder
+    for folder in $(cgroup_folders); do
+        mkdir "$folder/$board_cgroup"
+        echo "$BASHPID" >"$folder/$board_cgroup/cgroup.procs"
+    done
+    export SYSTEMD_NSPAWN_UNIFIED_HIERARCHY=1 SYSTEMD_NSPAWN_API_VFS_WRITABLE=yes
+    exec systemd-nspawn --quiet --boot --register=no --keep-unit --private-network --console=pipe \
+        --capability=all --system-call-filter=bpf --directory="$board_root" </dev/null
+}
+
+# boot_board: returns when the board is up. ${board_leader} is its first process.
+boot_board() {
+    (start_board) >"$board/boot.log" 2>&1 &
+    board_process=$!
+    eventually 60 find_leader && eventually 60 is_up || { cat "$board/boot.log" && return 1; }
+}
+
+find_leader() { board_leader=$(pgrep --parent "$board_process" --exact systemd); }
+
+is_up() { inside systemctl is-system-running | grep --quiet --extended-regexp 'running|degraded'; }
+
+# inside COMMAND...: runs it on the board, as root.
+inside() { nsenter --target "$board_leader" --all -- "$@"; }
+
+# end_board: switches the board off and takes away what it has left in the kernel.
+end_board() {
+    [ -n "${board_process:-}" ] || return 0
+    inside systemctl poweroff 2>/dev/null || kill "$board_process" 2>/dev/null || true
+    wait "$board_process" || true
+    local folder
+    for folder in $(cgroup_folders); do
+        [ ! -d "$folder/$board_cgroup" ] ||
+            find "$folder/$board_cgroup" -depth -type d -exec rmdir {} +
+    done
+}
+
+# eventually SECONDS COMMAND...: waits until the command succeeds, so long at most.
+eventually() {
+    local end=$((SECONDS + $1))
+    shift
+    until "$@"; do
+        [ "$SECONDS" -lt "$end" ] || return 1
+        sleep 0.1
+    done
+}
