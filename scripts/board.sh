@@ -77,15 +77,21 @@ boot_board() {
 
 find_leader() { board_leader=$(pgrep --parent "$board_process" --exact systemd); }
 
-is_up() { inside systemctl is-system-running | grep --quiet --extended-regexp 'running|degraded'; }
+is_up() {
+    inside systemctl is-system-running 2>/dev/null |
+        grep --quiet --extended-regexp 'running|degraded'
+}
 
 # inside COMMAND...: runs it on the board, as root.
 inside() { nsenter --target "$board_leader" --all -- "$@"; }
 
+has_ended() { ! kill -0 "$1" 2>/dev/null; }
+
 # end_board: switches the board off and takes away what it has left in the kernel.
 end_board() {
     [ -n "${board_process:-}" ] || return 0
-    inside systemctl poweroff 2>/dev/null || kill "$board_process" 2>/dev/null || true
+    inside systemctl poweroff 2>/dev/null || true
+    eventually 40 has_ended "$board_process" || kill -KILL "$board_process"
     wait "$board_process" || true
     local folder
     for folder in $(cgroup_folders); do
