@@ -23,6 +23,8 @@ ensure_packages() {
     local missing=() name
     for name in "$@"; do
         is_installed "$name" || missing+=("$name")
+        dpkg-query --show --showformat='${db:Status-Status}\n' "$name" 2>/dev/null |
+            grep --quiet '^installed$' || missing+=("$name")
     done
     [ ${#missing[@]} -eq 0 ] && return
     echo "Installing: ${missing[*]}"
