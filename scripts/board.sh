@@ -6,7 +6,7 @@ board_root=$board/root
 board_cgroup=orx-board-$$
 
 # make_board: unpacks a fresh Debian, of the release that this one is, which is fetched once, and
-# installs the daemon there, the way a package does it.
+# installs the daemon there.
 make_board() {
     local suite archive
     suite=$(. /etc/os-release && echo "$VERSION_CODENAME")
@@ -33,19 +33,27 @@ fetch_debian() {
 
 install_daemon() {
     DESTDIR=$board_root cmake --install build/release --prefix /opt/orx >/dev/null
-    install -D --mode=644 --target-directory="$board_root/usr/lib/systemd/system" \
-        packaging/systemd/*.service
-    install -D --mode=644 --target-directory="$board_root/usr/lib/sysusers.d" packaging/sysusers/*
-    install -D --mode=644 --target-directory="$board_root/usr/lib/tmpfiles.d" packaging/tmpfiles/*
-    mkdir --parents "$board_root/etc/systemd/system/multi-user.target.wants"
-    ln -s /usr/lib/systemd/system/orx.service \
-        "$board_root/etc/systemd/system/multi-user.target.wants/"
+    mkdir "$board_root/root/orx"
+    cp --recursive packaging "$board_root/root/orx"
     echo board >"$board_root/etc/hostname"
     # These would set up the machine that lends its kernel.
     local unit
     for unit in systemd-sysctl systemd-modules-load systemd-udev-trigger; do
         ln -s /dev/null "$board_root/etc/systemd/system/$unit.service"
     done
+}
+
+# install_services: by the commands that stand in docs/security.md.
+install_services() {
+    {
+        echo 'set -e; cd /root/orx; sudo() { "$@"; }'
+        take_block install-services docs/security.md
+    } | inside bash
+}
+
+# take_block NAME DOCUMENT: the code block of that name.
+take_block() {
+    awk -v name="$1" '$1 ~ /^```/ { inside = ($2 == name); next } inside' "$2" | grep .
 }
 
 # The folders of this kernel's control groups that a systemd goes by, one a line.

@@ -46,7 +46,7 @@ ensure_packages() {
 # What building the daemon and its tools takes, and what the tests and the demo take besides.
 BUILD_PACKAGES=(g++ make cmake libtomlplusplus-dev libcli11-dev nlohmann-json3-dev)
 TEST_PACKAGES=(libgtest-dev libgmock-dev python3-minimal libpython3-stdlib python3-jsonschema
-    netcat-openbsd zsh fish)
+    netcat-openbsd zsh fish systemd)
 DEMO_PACKAGES=(python3-minimal libpython3-stdlib)
 CI_PACKAGES=(clang libclang-rt-14-dev llvm clang-format clang-tidy ccache)
 FUZZ_PACKAGES=(clang libclang-rt-14-dev llvm)
