@@ -81,7 +81,7 @@ boot_board() {
     (start_board) >"$board/boot.log" 2>&1 &
     board_process=$!
     eventually 60 find_leader && eventually 60 is_up || { cat "$board/boot.log" && return 1; }
-    # While it boots /sys is read-only still, and a systemd that cannot write there knows no devices.
+    # While it boots /sys is read-only, and a systemd that cannot write there knows no devices.
     inside systemctl daemon-reexec
     eventually 60 is_up
 }
