@@ -36,11 +36,6 @@ install_daemon() {
     mkdir "$board_root/root/orx"
     cp --recursive packaging "$board_root/root/orx"
     echo board >"$board_root/etc/hostname"
-    # These would set up the machine that lends its kernel.
-    local unit
-    for unit in systemd-sysctl systemd-modules-load systemd-udev-trigger; do
-        ln -s /dev/null "$board_root/etc/systemd/system/$unit.service"
-    done
 }
 
 # install_services: by the commands that stand in docs/security.md.
@@ -63,15 +58,14 @@ cgroup_folders() {
         head --lines=1
 }
 
-# The board has a group for itself, and a kernel of which it may see and set nearly all: its systemd
-# watches devices only where it may write to /sys, and needs bpf() to keep services from them.
+# The board has a group for itself. Its systemd needs bpf() to keep services from devices.
 start_board() {
     local folder
     for folder in $(cgroup_folders); do
         mkdir "$folder/$board_cgroup"
         echo "$BASHPID" >"$folder/$board_cgroup/cgroup.procs"
     done
-    export SYSTEMD_NSPAWN_UNIFIED_HIERARCHY=1 SYSTEMD_NSPAWN_API_VFS_WRITABLE=yes
+    export SYSTEMD_NSPAWN_UNIFIED_HIERARCHY=1
     exec systemd-nspawn --quiet --boot --register=no --keep-unit --private-network --console=pipe \
         --capability=all --system-call-filter=bpf --directory="$board_root" </dev/null
 }
@@ -81,7 +75,17 @@ boot_board() {
     (start_board) >"$board/boot.log" 2>&1 &
     board_process=$!
     eventually 60 find_leader && eventually 60 is_up || { cat "$board/boot.log" && return 1; }
-    # While it boots /sys is read-only, and a systemd that cannot write there knows no devices.
+    watch_devices
+}
+
+# Neither systemd nor udev deals with devices where /sys is read-only, as it is on a board that boots:
+# it would go on to set up the machine that lends its kernel.
+watch_devices() {
+    local folder
+    for folder in /sys /sys/class /sys/devices; do
+        inside mount -o remount,rw "$folder"
+    done
+    inside systemctl start systemd-udevd
     inside systemctl daemon-reexec
     eventually 60 is_up
 }

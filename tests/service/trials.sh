@@ -170,12 +170,12 @@ keeps_its_log_out_of_where_it_may_not_write() {
 }
 
 opens_no_device_but_a_serial_line() {
-    inside rm -f /dev/line /dev/block
-    inside mknod -m 666 /dev/line c 4 63
-    inside mknod -m 666 /dev/block b 7 0
-    expect "the same user could open a disk" unconfined ': </dev/block'
-    expect "the service cannot" refuse confined ': </dev/block'
-    expect "it can open a line" confined ': </dev/line'
+    inside rm -f /dev/trial-line /dev/trial-disk
+    inside mknod -m 666 /dev/trial-line c 4 63
+    inside mknod -m 666 /dev/trial-disk b 7 0
+    expect "the same user could open a disk" unconfined ': </dev/trial-disk'
+    expect "the service cannot" refuse confined ': </dev/trial-disk'
+    expect "it can open a line" confined ': </dev/trial-line'
 }
 
 talks_to_this_machine_alone_until_it_is_allowed_more() {
