@@ -47,6 +47,7 @@ ensure_packages() {
 BUILD_PACKAGES=(g++ make cmake libtomlplusplus-dev libcli11-dev nlohmann-json3-dev)
 TEST_PACKAGES=(libgtest-dev libgmock-dev python3-minimal libpython3-stdlib python3-jsonschema
     netcat-openbsd zsh fish systemd)
+    netcat-openbsd zsh fish man-db groff-base)
 DEMO_PACKAGES=(python3-minimal libpython3-stdlib)
 CI_PACKAGES=(clang libclang-rt-14-dev llvm clang-format clang-tidy ccache)
 FUZZ_PACKAGES=(clang libclang-rt-14-dev llvm)

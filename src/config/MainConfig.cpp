@@ -3,6 +3,7 @@
 #include <stdexcept>
 #include <utility>
 
+#include "config/ConfigKeys.h"
 #include "core/InstallPrefix.h"
 
 namespace orx {
@@ -38,13 +39,13 @@ void MainConfig::reload() {
 }
 
 void MainConfig::applyDefaults() {
-    entries.try_emplace("controlchannel", "127.0.0.1:7781");
-    entries.try_emplace("definitionfile", INSTALL_PREFIX + "/lib/orx.ccd");
-    entries.try_emplace("logfile", INSTALL_PREFIX + "/var/run/orx.log");
+    entries.emplace(config_key::controlChannel, "127.0.0.1:7781");
+    entries.emplace(config_key::definitionFile, INSTALL_PREFIX + "/lib/orx.ccd");
+    entries.emplace(config_key::logFile, INSTALL_PREFIX + "/var/run/orx.log");
 }
 
 void MainConfig::gatherAliases() {
-    constexpr std::string_view prefix = "cmd.";
+    constexpr auto prefix = config_key::aliasPrefix;
     aliasTable.clear();
     for (const auto& [key, value] : entries) {
         if (key.starts_with(prefix)) aliasTable[key.substr(prefix.size())] = value;
@@ -52,23 +53,23 @@ void MainConfig::gatherAliases() {
 }
 
 std::vector<std::string> MainConfig::controlChannel() const {
-    return getList("controlchannel");
+    return getList(config_key::controlChannel);
 }
 
 std::string MainConfig::definitionFile() const {
-    return getString("definitionfile");
+    return getString(config_key::definitionFile);
 }
 
 std::string MainConfig::logFile() const {
-    return getString("logfile");
+    return getString(config_key::logFile);
 }
 
 std::string MainConfig::projector() const {
-    return getString("projector");
+    return getString(config_key::projector);
 }
 
 std::string MainConfig::serialDevice() const {
-    return getString("serial.device");
+    return getString(config_key::serialDevice);
 }
 
 bool MainConfig::hasAlias(std::string_view command) const {

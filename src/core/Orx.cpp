@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "config/ConfigKeys.h"
 #include "control/Status.h"
 #include "core/Log.h"
 #include "core/Time.h"
@@ -34,7 +35,8 @@ void Orx::init() {
 
 void Orx::enterDumbMode() {
     Status::setDumb(true);
-    if (config->getInt("serial.debug", 0) == SerialSettings::noSerialDevice) Status::setDebug(true);
+    const int debug = config->getInt(config_key::serialDebug, 0);
+    if (debug == SerialSettings::noSerialDevice) Status::setDebug(true);
 }
 
 void Orx::buildProjectorControl(ProjectorDefinitionFile& definitions,

@@ -6,6 +6,7 @@
 #include <limits>
 #include <utility>
 
+#include "config/ConfigKeys.h"
 #include "control/Status.h"
 #include "core/InstallPrefix.h"
 #include "core/Log.h"
@@ -16,11 +17,11 @@ namespace {
 MotionParameters motionParameters(const MainConfig& config, const LensControl& axis) {
     const MotionParameters defaults;
     return {
-        .reduceMaxParam = parseReduceMax(config.getString(axis.configKey("reducemax"))),
-        .resetOnLoadMem =
-            config.getInt(axis.configKey("resetonloadmem"), defaults.resetOnLoadMem ? 1 : 0) != 0,
-        .resetSteps = config.getInt(axis.configKey("resetsteps"), defaults.resetSteps),
-        .lockInMode = config.getInt(axis.configKey("lockinmode"), defaults.lockInMode),
+        .reduceMaxParam = parseReduceMax(config.getString(axis.configKey(config_key::reduceMax))),
+        .resetOnLoadMem = config.getInt(axis.configKey(config_key::resetOnLoadMem),
+                                        defaults.resetOnLoadMem ? 1 : 0) != 0,
+        .resetSteps = config.getInt(axis.configKey(config_key::resetSteps), defaults.resetSteps),
+        .lockInMode = config.getInt(axis.configKey(config_key::lockInMode), defaults.lockInMode),
     };
 }
 
@@ -65,7 +66,8 @@ LensConfig::LensConfig(const MainConfig& mainConfig, Axes lensAxes)
 
 void LensConfig::takeRangesAndSlots() {
     for (const auto& axis : axes) {
-        axis->setRange(getInt(axis->configKey("min"), 0), getInt(axis->configKey("max"), 0));
+        axis->setRange(getInt(axis->configKey(config_key::rangeMin), 0),
+                       getInt(axis->configKey(config_key::rangeMax), 0));
     }
     parseSlots();
     LensConfig::dump();
@@ -73,7 +75,7 @@ void LensConfig::takeRangesAndSlots() {
 
 void LensConfig::parseSlots() {
     slots.clear();
-    for (const auto& piece : getList("mem")) {
+    for (const auto& piece : getList(config_key::memorySlots)) {
         if (const auto slot = parseMemorySlot(piece)) slots[slot->number] = slot->position;
     }
 }
@@ -109,12 +111,14 @@ void LensConfig::reload() {
 
 void LensConfig::save() {
     for (const auto& axis : axes) {
-        entries[axis->configKey("min")] = std::to_string(axis->rangeMin());
-        entries[axis->configKey("max")] = std::to_string(axis->rangeMax());
-        entries[axis->configKey("maxreduced")] = std::to_string(axis->rangeMaxReduced());
-        entries[axis->configKey("reducemaxparam")] = std::to_string(axis->reduceMaxParam());
+        entries[axis->configKey(config_key::rangeMin)] = std::to_string(axis->rangeMin());
+        entries[axis->configKey(config_key::rangeMax)] = std::to_string(axis->rangeMax());
+        entries[axis->configKey(config_key::rangeMaxReduced)] =
+            std::to_string(axis->rangeMaxReduced());
+        entries[axis->configKey(config_key::rangeReduceMaxParam)] =
+            std::to_string(axis->reduceMaxParam());
     }
-    entries["mem"] = slotsText();
+    entries[std::string(config_key::memorySlots)] = slotsText();
     ConfigFile::save();
     Status::setLensConfigLoaded();
 }

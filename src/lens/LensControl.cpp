@@ -6,6 +6,7 @@
 #include <limits>
 #include <utility>
 
+#include "config/ConfigKeys.h"
 #include "control/Status.h"
 #include "core/Console.h"
 #include "core/Log.h"
@@ -61,9 +62,7 @@ void LensControl::setCalibrationDone(std::function<void()> callback) {
 }
 
 std::string axisKey(std::string_view axisName, std::string_view key) {
-    constexpr std::array<std::string_view, 4> rangeKeys{"min", "max", "maxreduced",
-                                                        "reducemaxparam"};
-    const bool isRangeKey = std::ranges::find(rangeKeys, key) != rangeKeys.end();
+    const bool isRangeKey = std::ranges::find(config_key::range, key) != config_key::range.end();
     std::string name(isRangeKey ? "" : "abs");
     name.append(axisName).append(isRangeKey ? "" : ".");
     return name.append(key);

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 
+#include "config/ConfigKeys.h"
 #include "core/Console.h"
 
 namespace orx {
@@ -77,7 +78,7 @@ void SerialSettings::readConfiguration(const MainConfig& config) {
     line.baudrate = configured(config, serial_range::baudrate).value_or(line.baudrate);
     line.bytesize = configured(config, serial_range::bytesize).value_or(line.bytesize);
     setDelay(configured(config, serial_range::delay).value_or(delay()));
-    line.parity = parityFromText(config.getString("serial.parity")).value_or(line.parity);
+    line.parity = parityFromText(config.getString(config_key::serialParity)).value_or(line.parity);
     line.stopbits = configured(config, serial_range::stopbits).value_or(line.stopbits);
     line.timeout = configured(config, serial_range::timeout).value_or(line.timeout);
 }

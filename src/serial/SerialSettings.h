@@ -11,6 +11,7 @@
 #include <string_view>
 #include <termios.h>
 
+#include "config/ConfigKeys.h"
 #include "config/MainConfig.h"
 #include "core/CopyableAtomic.h"
 
@@ -40,12 +41,12 @@ struct SerialRange {
 
 namespace serial_range {
 
-inline constexpr SerialRange debug{"serial.debug", 0, 2};
-inline constexpr SerialRange baudrate{"serial.baudrate", 0, 4'000'000};
-inline constexpr SerialRange bytesize{"serial.bytesize", 5, 8};
-inline constexpr SerialRange delay{"serial.delay", 0, 10'000};
-inline constexpr SerialRange stopbits{"serial.stopbits", 1, 2};
-inline constexpr SerialRange timeout{"serial.timeout", 0, 10'000};
+inline constexpr SerialRange debug{config_key::serialDebug, 0, 2};
+inline constexpr SerialRange baudrate{config_key::serialBaudrate, 0, 4'000'000};
+inline constexpr SerialRange bytesize{config_key::serialBytesize, 5, 8};
+inline constexpr SerialRange delay{config_key::serialDelay, 0, 10'000};
+inline constexpr SerialRange stopbits{config_key::serialStopbits, 1, 2};
+inline constexpr SerialRange timeout{config_key::serialTimeout, 0, 10'000};
 
 /// In the order in which they are read.
 inline constexpr std::array<SerialRange, 6> all{debug, baudrate, bytesize,

@@ -5,7 +5,8 @@ set(prefix ${BUILD}/tests/install/layout)
 file(REMOVE_RECURSE ${prefix})
 run(${CMAKE_COMMAND} --install ${BUILD} --prefix ${prefix})
 
-set(files bin/orx etc/orx.cfg lib/liborx_client.a)
+set(files bin/orx etc/orx.cfg lib/liborx_client.a share/man/man8/orx.8
+    share/man/man5/orx.cfg.5 share/man/man5/orx.ccd.5)
 foreach(header IN ITEMS Address Client DaemonStatus Request)
     list(APPEND files include/orx/client/${header}.h)
 endforeach()
@@ -13,7 +14,8 @@ foreach(part IN ITEMS config config-version targets)
     list(APPEND files lib/cmake/orx-client/orx-client-${part}.cmake)
 endforeach()
 if(WITH_TOOLS)
-    list(APPEND files bin/orxdef bin/orxsim lib/orx.ccd share/orx/orx-definition.schema.json)
+    list(APPEND files bin/orxdef bin/orxsim lib/orx.ccd share/orx/orx-definition.schema.json
+         share/man/man1/orxdef.1 share/man/man1/orxsim.1)
 endif()
 if(WITH_CLIENT)
     list(APPEND files bin/orxctl share/man/man1/orxctl.1

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "config/ConfigKeys.h"
 #include "control/Interface.h"
 #include "control/Listener.h"
 #include "orxctl/check/Holders.h"
@@ -16,7 +17,7 @@
 namespace orx::orxctl {
 namespace {
 
-constexpr std::string_view key = "controlchannel";
+constexpr auto key = config_key::controlChannel;
 constexpr std::string_view example = "such as 127.0.0.1:7781";
 
 std::uint16_t boundPort(const Interface& interface) {

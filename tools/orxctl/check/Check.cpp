@@ -2,6 +2,7 @@
 
 #include <exception>
 
+#include "config/ConfigKeys.h"
 #include "lens/LensConfig.h"
 #include "orxctl/check/AliasCheck.h"
 #include "orxctl/check/ChannelCheck.h"
@@ -48,7 +49,7 @@ void checkDefaultFile(const std::string& path, Report& report) {
 
 void checkLog(const CheckedConfig& config, Report& report) {
     const auto path = config.values.logFile();
-    const auto place = config.text.placeOf("logfile");
+    const auto place = config.text.placeOf(config_key::logFile);
     if (path.empty())
         report.warn(place, "no log is kept; give the path of a file, or remove the line");
     else if (const auto obstacle = obstacleToWriting(path))

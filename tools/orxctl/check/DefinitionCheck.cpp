@@ -5,6 +5,7 @@
 #include <utility>
 #include <vector>
 
+#include "config/ConfigKeys.h"
 #include "orxctl/check/Files.h"
 #include "orxctl/check/ShellWord.h"
 #include "orxdef/BinaryReader.h"
@@ -36,7 +37,7 @@ class DefinitionCheck {
         : config(checkedConfig),
           report(findings),
           path(config.values.definitionFile()),
-          place(config.text.placeOf("definitionfile")) {}
+          place(config.text.placeOf(config_key::definitionFile)) {}
 
     std::optional<ChosenModel> check() {
         try {
@@ -66,11 +67,13 @@ class DefinitionCheck {
         const auto mistakes = damage.sorted();
         for (std::size_t index = 0; index < std::min(shown, mistakes.size()); ++index) {
             const auto& mistake = mistakes[index];
-            report.warn({.subject = "definitionfile", .file = path, .byte = mistake.place.byte},
+            report.warn({.subject = std::string(config_key::definitionFile),
+                         .file = path,
+                         .byte = mistake.place.byte},
                         mistake.message + "; the daemon loads the file all the same: make it anew");
         }
         if (mistakes.size() > shown)
-            report.warn({.subject = "definitionfile", .file = path},
+            report.warn({.subject = std::string(config_key::definitionFile), .file = path},
                         "\"orxdef check " + shellWord(path) + "\" shows " +
                             std::to_string(mistakes.size() - shown) + " more damaged places");
     }
@@ -93,7 +96,7 @@ class DefinitionCheck {
         const auto problem = name.empty() ? "no projector is chosen"
                                           : "there is no projector model " + orxdef::quoted(name) +
                                                 " in " + orxdef::quoted(path);
-        report.error(config.text.placeOf("projector"),
+        report.error(config.text.placeOf(config_key::projector),
                      problem + ", so the daemon drives none; set projector to the name of a model" +
                          namesAdvice(definitions, name));
     }
@@ -108,7 +111,7 @@ class DefinitionCheck {
             findCommandSurprises(*model, keyword, command, surprises);
         findLensSurprises(*model, commands, surprises);
         if (surprises.empty()) return;
-        report.note({.subject = "definitionfile", .file = path},
+        report.note({.subject = std::string(config_key::definitionFile), .file = path},
                     "\"orxdef check " + shellWord(path) + "\" shows " +
                         orxdef::counted(surprises.count(), "more point") + " about " +
                         orxdef::quoted(name));

@@ -4,6 +4,7 @@
 #include <array>
 
 #include "commands/Vocabulary.h"
+#include "config/ConfigKeys.h"
 #include "lens/AxisCommands.h"
 #include "lens/LensControl.h"
 #include "orxctl/check/NumberCheck.h"
@@ -16,18 +17,15 @@ using orxdef::alternatives;
 
 namespace {
 
-constexpr std::string_view aliasPrefix = "cmd.";
-
-/// The keys whose values are read as text, all of it.
-constexpr std::array<std::string_view, 6> textKeys{
-    "controlchannel", "definitionfile", "logfile", "projector", "serial.device", "serial.parity"};
+using config_key::aliasPrefix;
+using config_key::texts;
 
 std::vector<std::string> makeKnownKeys() {
-    std::vector<std::string> keys(textKeys.begin(), textKeys.end());
+    std::vector<std::string> keys(texts.begin(), texts.end());
     for (const auto& range : serial_range::all)
         keys.emplace_back(range.key);
     for (const auto& axis : {zoomCommands, focusCommands})
-        for (const auto* key : {"reducemax", "resetonloadmem", "resetsteps", "lockinmode"})
+        for (const auto key : config_key::motion)
             keys.push_back(axisKey(axis.axisName, key));
     return keys;
 }
@@ -83,7 +81,7 @@ void checkKeys(const CheckedConfig& config, Report& report) {
     for (const auto& line : config.text.lines()) {
         if (line.content.kind != ConfigLine::Kind::entry) continue;
         const auto& key = line.content.key;
-        if (std::ranges::find(textKeys, key) != textKeys.end())
+        if (std::ranges::find(texts, key) != texts.end())
             checkComment(config.text, line, report);
         else if (!key.starts_with(aliasPrefix) &&
                  std::ranges::find(knownKeys(), key) == knownKeys().end())

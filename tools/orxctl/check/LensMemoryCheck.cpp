@@ -3,6 +3,7 @@
 #include <string>
 
 #include "config/ConfigFile.h"
+#include "config/ConfigKeys.h"
 #include "lens/AxisCommands.h"
 #include "lens/LensConfig.h"
 #include "lens/LensControl.h"
@@ -29,7 +30,7 @@ class LensMemoryCheck {
     void check() {
         for (const auto& axis : {zoomCommands, focusCommands})
             checkRange(axis.axisName);
-        for (const auto& piece : values.getList("mem"))
+        for (const auto& piece : values.getList(config_key::memorySlots))
             if (!piece.empty()) checkSlot(piece);
     }
 
@@ -39,17 +40,17 @@ class LensMemoryCheck {
             return NumberCheck(Stage::withProjector, report)
                 .read(values, text, axisKey(axis, key), "a number of motor steps");
         };
-        const int min = number("min").value_or(0);
-        const int max = number("max").value_or(0);
+        const int min = number(config_key::rangeMin).value_or(0);
+        const int max = number(config_key::rangeMax).value_or(0);
         if (max < min)
-            report.warn(text.placeOf(axisKey(axis, "max")),
+            report.warn(text.placeOf(axisKey(axis, config_key::rangeMax)),
                         std::to_string(max) + " lies below the lower end " + std::to_string(min) +
                             ", so the " + std::string(axis) +
                             " cannot move to a position; calibrate it again");
     }
 
     void checkSlot(const std::string& piece) {
-        const auto place = text.placeOf("mem");
+        const auto place = text.placeOf(config_key::memorySlots);
         try {
             const auto slot = parseMemorySlot(piece);
             if (!slot) {

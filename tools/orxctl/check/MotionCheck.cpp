@@ -1,5 +1,6 @@
 #include <string>
 
+#include "config/ConfigKeys.h"
 #include "lens/AxisCommands.h"
 #include "lens/LensConfig.h"
 #include "lens/LensControl.h"
@@ -18,38 +19,40 @@ class MotionCheck {
     /// In the order in which the daemon reads the values.
     void check() const {
         checkReduction();
-        static_cast<void>(number("resetonloadmem", "0 or 1"));
-        const auto steps = number("resetsteps", "a number of steps such as 50");
+        static_cast<void>(number(config_key::resetOnLoadMem, "0 or 1"));
+        const auto steps = number(config_key::resetSteps, "a number of steps such as 50");
         if (steps && *steps <= 0)
-            warn("resetsteps", "with " + std::to_string(*steps) +
-                                   " no step is sent for a reset; give as many fast steps as "
-                                   "surely reach the end stop");
+            warn(config_key::resetSteps,
+                 "with " + std::to_string(*steps) +
+                     " no step is sent for a reset; give as many fast steps as "
+                     "surely reach the end stop");
         constexpr int lastMode = 6;
-        const auto mode = number("lockinmode", "0 to 6");
+        const auto mode = number(config_key::lockInMode, "0 to 6");
         if (mode && (*mode < 0 || *mode > lastMode))
-            warn("lockinmode", std::to_string(*mode) + " does nothing; give 0 to 6");
+            warn(config_key::lockInMode, std::to_string(*mode) + " does nothing; give 0 to 6");
     }
 
   private:
     void checkReduction() const {
-        const auto text = config.values.getString(axisKey(axisName, "reducemax"));
+        const auto text = config.values.getString(axisKey(axisName, config_key::reduceMax));
         if (text.empty()) return;
         const auto percent = text.find('%');
         const auto number = NumberCheck(Stage::withProjector, report)
-                                .read(text.substr(0, percent), place("reducemax"),
+                                .read(text.substr(0, percent), place(config_key::reduceMax),
                                       "a percentage such as 10% or a number of steps such as 50");
         if (!number) return;
         if (percent != std::string::npos && percent + 1 < text.size())
-            warn("reducemax", orxdef::quoted(text.substr(percent + 1)) +
-                                  " behind the \"%\" is passed over" + "; leave it out");
+            warn(config_key::reduceMax, orxdef::quoted(text.substr(percent + 1)) +
+                                            " behind the \"%\" is passed over" + "; leave it out");
         if (*number < 0)
-            warn("reducemax", "a sign means nothing: " + orxdef::quoted(text) +
-                                  " withholds as much as without it; leave it out");
+            warn(config_key::reduceMax, "a sign means nothing: " + orxdef::quoted(text) +
+                                            " withholds as much as without it; leave it out");
         constexpr int everything = 100;
         if (parseReduceMax(text) >= everything)
-            warn("reducemax", orxdef::quoted(text) +
-                                  " withholds all of the travel, so the lens cannot move to a "
-                                  "position; give less than 100%");
+            warn(config_key::reduceMax,
+                 orxdef::quoted(text) +
+                     " withholds all of the travel, so the lens cannot move to a "
+                     "position; give less than 100%");
     }
 
     [[nodiscard]] std::optional<int> number(std::string_view key, std::string_view wanted) const {

@@ -3,6 +3,7 @@
 #include <array>
 #include <string>
 
+#include "config/ConfigKeys.h"
 #include "orxctl/check/DeviceCheck.h"
 #include "orxctl/check/NumberCheck.h"
 #include "orxdef/Wording.h"
@@ -11,7 +12,7 @@
 namespace orx::orxctl {
 namespace {
 
-constexpr std::string_view parityKey = "serial.parity";
+constexpr auto parityKey = config_key::serialParity;
 
 std::string rangeText(const SerialRange& range) {
     return std::to_string(range.lowest) + " to " + std::to_string(range.highest);
@@ -38,7 +39,8 @@ class SerialCheck {
             return;
         }
         if (baudrate) checkSpeed(*baudrate);
-        checkDevice(config.values.serialDevice(), config.text.placeOf("serial.device"), report);
+        checkDevice(config.values.serialDevice(), config.text.placeOf(config_key::serialDevice),
+                    report);
     }
 
   private:
