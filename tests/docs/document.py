@@ -12,6 +12,8 @@ import textwrap
 from typing import NamedTuple
 
 PROGRAMS = ("orxctl", "orxdef", "orxsim")
+FILE = re.compile(
+    r"((?:client|cmake|definitions|docs|fuzz|packaging|src|tests|tools)/[\w./-]+)$")
 SCRIPT = re.compile(r"(?:\./)?((?:scripts|\.ci)/[\w-]+)$")
 OPTION = re.compile(r"(?<![\w-])--?[A-Za-z][\w-]*")
 
@@ -117,7 +119,7 @@ def _options_of(program):
 
 def wrong_in_text(path, source, programs):
     """Commands within a line of text (`orxctl status --json`) that name a script, a preset or an
-    option that there is not."""
+    option that there is not, and files of the tree that there are not."""
     presets = (source / "CMakePresets.json").read_text()
     text = path.read_text()
     known = {}
@@ -128,6 +130,9 @@ def wrong_in_text(path, source, programs):
         if script := SCRIPT.match(program):
             if not os.access(source / script[1], os.X_OK):
                 yield line, f"there is no {script[1]}"
+        elif len(words) == 1 and (file := FILE.match(program)):
+            if not (source / file[1]).exists() and not re.search(r"/[A-Z]+$", program):
+                yield line, f"there is no {file[1]}"
         elif program in PROGRAMS:
             options = known.setdefault(program, _options_of(programs / program))
             yield from ((line, f"{program} has no option {option}")
