@@ -142,3 +142,21 @@ def wrong_in_text(path, source, programs):
             preset = words[words.index("--preset") + 1]
             if f'"{preset}"' not in presets:
                 yield line, f"there is no preset {preset}"
+
+
+def _anchors(text):
+    """What the headings of a page are called in links."""
+    headings = re.findall(r"^#+ (.*)$", text, re.MULTILINE)
+    return {re.sub(r"[^\w -]", "", heading.lower()).replace(" ", "-") for heading in headings}
+
+
+def broken_links(path):
+    """Links to files or headings that there are not. Those to other sites are not followed."""
+    text = path.read_text()
+    for match in re.finditer(r"\]\((?!https?:)([^)#\s]*)(?:#([^)\s]*))?\)", text):
+        target = path.parent / match[1] if match[1] else path
+        line = text.count("\n", 0, match.start()) + 1
+        if not target.exists():
+            yield line, f"{match[1]} does not exist"
+        elif match[2] and match[2] not in _anchors(target.read_text()):
+            yield line, f"{target.name} has no heading {match[2]}"

@@ -22,22 +22,24 @@ void printCommands() {
                   << "name\t" << entry.symbolicName << '\t' << entry.keyword << '\n';
 }
 
-void printKey(std::string_view key, std::string_view constant) {
-    std::cout << "key\t" << key << '\t' << constant << '\n';
+void printKey(std::string_view file, std::string_view key, std::string_view constant) {
+    std::cout << file << '\t' << key << '\t' << constant << '\n';
 }
 
 void printKeys() {
+    constexpr std::string_view configuration = "key";
+    constexpr std::string_view lensMemory = "memory";
     for (const auto key : config_key::texts)
-        printKey(key, key);
+        printKey(configuration, key, key);
     for (const auto& range : serial_range::all)
-        printKey(range.key, range.key);
-    printKey(config_key::aliasPrefix, config_key::aliasPrefix);
-    printKey(config_key::memorySlots, config_key::memorySlots);
+        printKey(configuration, range.key, range.key);
+    printKey(configuration, config_key::aliasPrefix, config_key::aliasPrefix);
+    printKey(lensMemory, config_key::memorySlots, config_key::memorySlots);
     for (const auto& axis : {zoomCommands, focusCommands}) {
         for (const auto key : config_key::motion)
-            printKey(axisKey(axis.axisName, key), key);
+            printKey(configuration, axisKey(axis.axisName, key), key);
         for (const auto key : config_key::range)
-            printKey(axisKey(axis.axisName, key), key);
+            printKey(lensMemory, axisKey(axis.axisName, key), key);
     }
 }
 

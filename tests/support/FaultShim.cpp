@@ -354,12 +354,6 @@ int fstat64(int descriptor, struct stat64* result) noexcept {
     static const auto real = next<decltype(::fstat64)>("fstat64");
     return call("fstat", Place(descriptor), -1, [&] { return real(descriptor, result); });
 }
-
-FILE* fopen64(const char* path, const char* mode) {
-    static const auto real = next<decltype(::fopen64)>("fopen64");
-    return call("fopen", Place(path), static_cast<FILE*>(nullptr),
-                [&] { return real(path, mode); });
-}
 #endif
 
 }  // extern "C"
