@@ -2,9 +2,6 @@
 install(TARGETS orx RUNTIME DESTINATION bin)
 install(DIRECTORY DESTINATION var)
 install(DIRECTORY DESTINATION var/run)
-install(FILES ${PROJECT_SOURCE_DIR}/docs/orx.8 DESTINATION share/man/man8)
-install(FILES ${PROJECT_SOURCE_DIR}/docs/orx.cfg.5 ${PROJECT_SOURCE_DIR}/docs/orx.ccd.5
-        DESTINATION share/man/man5)
 
 # A configuration that someone has edited is never overwritten.
 install(CODE "
@@ -20,11 +17,9 @@ if(TARGET orxdef)
     install(FILES ${ORX_DEFINITION_FILE} DESTINATION lib)
     install(FILES ${PROJECT_SOURCE_DIR}/definitions/orx-definition.schema.json
             DESTINATION share/orx)
-    install(FILES ${PROJECT_SOURCE_DIR}/docs/orxdef.1 DESTINATION share/man/man1)
 endif()
 if(TARGET orxsim)
     install(TARGETS orxsim RUNTIME DESTINATION bin)
-    install(FILES ${PROJECT_SOURCE_DIR}/docs/orxsim.1 DESTINATION share/man/man1)
 endif()
 if(TARGET orxctl)
     install(TARGETS orxctl RUNTIME DESTINATION bin)
