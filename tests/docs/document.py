@@ -1,9 +1,9 @@
 """What a document tells its reader to do: its code blocks, the marks on them, and the commands that
 stand in the text. Markdown and manual pages are both read.
 
-A mark stands above a block of the language "sh": `<!-- not run: WHY -->`, `<!-- run by FILE -->` where
-another file of the tree runs the very commands, or `<!-- until Ctrl-C -->` for a command that ends by
-nothing else.
+A mark stands above a block of the language "sh": `<!-- not run: WHY -->`, `<!-- run by FILE -->`
+where another file of the tree runs the very commands, or `<!-- until Ctrl-C -->` for a command that
+ends by nothing else.
 """
 import os
 import re
@@ -104,6 +104,16 @@ def misplaced(path):
             yield number, line
         elif not fenced and line.startswith("    ") and command.match(line.strip()):
             yield number, line
+
+
+def broken_spans(path):
+    """Lines in which `code` does not end, as what reads them goes by lines."""
+    inside = False
+    for number, line in enumerate(path.read_text().splitlines(), 1):
+        if line.lstrip().startswith("```"):
+            inside = not inside
+        elif not inside and line.count("`") % 2:
+            yield number, "code that does not end in its line"
 
 
 def _options_of(program):
