@@ -89,6 +89,12 @@ def first_words(content):
     return [words[1] if words[0] == "sudo" else words[0] for words in lines if words]
 
 
+def scripts_in(block):
+    """The scripts of the tree that a block calls. They build, install and take their time, so no
+    block with one is run unless its mark says by whom."""
+    return [word for word in first_words(block.content) if SCRIPT.match(word)]
+
+
 def misplaced(path):
     """Commands that stand where none are looked for: they belong into a block of their own."""
     command = re.compile(r"(?:\$ |sudo |\./|cmake |ctest |apt |systemctl |scripts/)(?!.*\[)")
