@@ -1,4 +1,5 @@
 // What is found about the serial device, and by which signs.
+#include <algorithm>
 #include <sys/socket.h>
 #include <sys/sysmacros.h>
 #include <sys/un.h>
@@ -7,6 +8,7 @@
 #include "CheckHoldingProcess.h"
 #include "CheckOrdinaryUser.h"
 #include "orxctl/check/DeviceCheck.h"
+#include "orxctl/check/Holders.h"
 #include "orxctl/check/Person.h"
 #include "orxctl/check/TerminalDrivers.h"
 
@@ -156,6 +158,19 @@ TEST_F(CheckSerialDevice, mayBeHeldByADaemonOfAnotherUser) {
                 ElementsAre(testing::ContainsRegex(
                     "note: \"LINE\" may be held by a daemon that already runs, .*process " +
                     std::to_string(holder.id()) + " .*; check as root to see")));
+}
+
+TEST_F(CheckSerialDevice, isNotThePseudoTerminalOfThatNumberInAContainer) {
+    const HoldingProcess holder("minicom");
+    const auto isHeld = [&holder](const struct stat& device) {
+        return std::ranges::count(holdersOfDevice(device).processes, holder.id(), &Process::id) > 0;
+    };
+    struct stat here {};
+    ASSERT_EQ(::stat(line.device().c_str(), &here), 0);
+    EXPECT_TRUE(isHeld(here));
+    auto elsewhere = here;
+    elsewhere.st_dev += 1;
+    EXPECT_FALSE(isHeld(elsewhere));
 }
 
 TEST_F(CheckSerialDevice, isHeldByALoginPrompt) {

@@ -132,7 +132,7 @@ class DeviceCheck {
     }
 
     void checkHolders() {
-        const auto [processes, hidden, suspects] = holdersOfDevice(status.st_rdev);
+        const auto [processes, hidden, suspects] = holdersOfDevice(status);
         for (const auto& process : processes)
             if (!isSimulator(process))
                 report.warn(place, orxdef::quoted(path) + " is held by " + owner(process));

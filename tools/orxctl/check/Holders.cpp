@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <optional>
 #include <string_view>
+#include <sys/sysmacros.h>
 #include <system_error>
 #include <unistd.h>
 #include <utility>
@@ -45,6 +46,13 @@ bool holds(fs::directory_iterator link, const FileTest& isWanted) {
         if (::stat(link->path().c_str(), &status) == 0 && isWanted(status)) return true;
     }
     return false;
+}
+
+/// Each mount of their file system, as a container has one, numbers these anew.
+bool isPseudoTerminal(dev_t device) {
+    constexpr unsigned first = 136;
+    constexpr unsigned last = 143;
+    return major(device) >= first && major(device) <= last;
 }
 
 void addHidden(Process process, Holders& holders) {
@@ -89,9 +97,11 @@ Holders findHolders(const FileTest& isWanted) {
     return holders;
 }
 
-Holders holdersOfDevice(dev_t device) {
-    return findHolders([device](const struct stat& status) {
-        return S_ISCHR(status.st_mode) && status.st_rdev == device;
+Holders holdersOfDevice(const struct stat& device) {
+    const bool isOfMount = isPseudoTerminal(device.st_rdev);
+    return findHolders([&device, isOfMount](const struct stat& status) {
+        return S_ISCHR(status.st_mode) && status.st_rdev == device.st_rdev &&
+               (!isOfMount || status.st_dev == device.st_dev);
     });
 }
 

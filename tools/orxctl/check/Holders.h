@@ -37,7 +37,8 @@ using FileTest = std::function<bool(const struct stat&)>;
 /// The other processes that have a file open which passes the test.
 [[nodiscard]] Holders findHolders(const FileTest& isWanted);
 
-[[nodiscard]] Holders holdersOfDevice(dev_t device);
+/// Those of the device that a file of this `device` status leads to.
+[[nodiscard]] Holders holdersOfDevice(const struct stat& device);
 [[nodiscard]] Holders holdersOfSocket(ino_t socket);
 
 }  // namespace orx::orxctl
