@@ -23,8 +23,6 @@ ensure_packages() {
     local missing=() name
     for name in "$@"; do
         is_installed "$name" || missing+=("$name")
-        dpkg-query --show --showformat='${db:Status-Status}\n' "$name" 2>/dev/null |
-            grep --quiet '^installed$' || missing+=("$name")
     done
     [ ${#missing[@]} -eq 0 ] && return
     echo "Installing: ${missing[*]}"
@@ -46,8 +44,7 @@ ensure_packages() {
 # What building the daemon and its tools takes, and what the tests and the demo take besides.
 BUILD_PACKAGES=(g++ make cmake libtomlplusplus-dev libcli11-dev nlohmann-json3-dev)
 TEST_PACKAGES=(libgtest-dev libgmock-dev python3-minimal libpython3-stdlib python3-jsonschema
-    netcat-openbsd zsh fish systemd)
-    netcat-openbsd zsh fish man-db groff-base)
+    netcat-openbsd zsh fish man-db groff-base systemd)
 DEMO_PACKAGES=(python3-minimal libpython3-stdlib)
 CI_PACKAGES=(clang libclang-rt-14-dev llvm clang-format clang-tidy ccache)
 FUZZ_PACKAGES=(clang libclang-rt-14-dev llvm)

@@ -336,7 +336,7 @@ int open64(const char* path, int flags, ...) {
     va_start(more, flags);
     const auto mode = takesMode(flags) ? va_arg(more, mode_t) : mode_t{0};
     va_end(more);
-    return call("open", Place(path), -1, [&] { return real(path, flags, mode); });
+    return call(nameOfOpening(flags), Place(path), -1, [&] { return real(path, flags, mode); });
 }
 
 off64_t lseek64(int descriptor, off64_t offset, int whence) noexcept {
