@@ -83,10 +83,15 @@ def commands(session):
 
 
 def first_words(content):
-    """The programs that a block of shell commands begins its lines with."""
-    joined = content.replace("\\\n", " ")
-    lines = [line.split("#")[0].split() for line in joined.splitlines()]
-    return [words[1] if words[0] == "sudo" else words[0] for words in lines if words]
+    """The programs that a block of shell commands calls."""
+    found = []
+    for line in content.replace("\\\n", " ").splitlines():
+        for command in re.split(r"&&|\|\|?|;", line.split("#")[0]):
+            words = [word for word in command.split() if not re.match(r"\w+=", word)]
+            while words and words[0] in ("sudo", "cd", "export"):
+                words = words[1:] if words[0] == "sudo" else []
+            found += words[:1]
+    return found
 
 
 def scripts_in(block):
