@@ -93,8 +93,8 @@ TEST_F(OrxctlRun, NeedsItsFile) {
 TEST_F(OrxctlRun, EndsWithALineThatFails) {
     startAnsweredLens(motorModel());
     send("OVERRIDEZOPOS 0");
-    const auto result = run("ZOOMX 2\nwait 0.5\nON\n");
-    EXPECT_EQ(result, failure(3, installation.file("show") + ":2: not at rest within 0.5 s"));
+    const auto result = run("ZOOMX 2\nwait 2\nON\n");
+    EXPECT_EQ(result, failure(3, installation.file("show") + ":2: not at rest within 2 s"));
     EXPECT_THAT(commands(), ElementsAre("ZOOMX 2"));
     line.waitFor("z+");
     line.answer(2);

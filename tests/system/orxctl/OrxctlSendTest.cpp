@@ -22,7 +22,7 @@ TEST_F(OrxctlSend, SaysNothingOfACommandThatWasSent) {
     startWith(motorModel());
     EXPECT_EQ(call("ON"), done());
     line.waitFor("ON\r");
-    EXPECT_THAT(proxy.requests(), ElementsAre("STATUS", "ON"));
+    EXPECT_THAT(requests(), ElementsAre("STATUS", "ON"));
 }
 
 struct Words {
@@ -52,8 +52,8 @@ TEST_F(OrxctlSend, TakesOptionsAheadOfTheWordsAndBetweenThem) {
     EXPECT_EQ(resultOf("ROTATION " + host + " -2"), done());
     EXPECT_EQ(resultOf("ROTATION -3 " + host + " --timeout 60"), done());
     EXPECT_THAT(resultOf(host + " status").output, HasSubstr(proxy.address()));
-    EXPECT_THAT(proxy.requests(), ElementsAre("STATUS", "ROTATION -1", "STATUS", "ROTATION -2",
-                                              "STATUS", "ROTATION -3", "STATUS"));
+    EXPECT_THAT(requests(), ElementsAre("STATUS", "ROTATION -1", "STATUS", "ROTATION -2", "STATUS",
+                                        "ROTATION -3", "STATUS"));
 }
 
 TEST_F(OrxctlSend, FindsTheDaemonByItsConfiguration) {
@@ -67,7 +67,7 @@ TEST_F(OrxctlSend, FindsTheDaemonByItsConfiguration) {
     const auto mixed = call("ON" + config);
     EXPECT_EQ(mixed.ending, "exit status 1");
     EXPECT_THAT(mixed.errors, HasSubstr("either --host or --config"));
-    EXPECT_THAT(proxy.requests(), ElementsAre("STATUS", "ON", "STATUS"));
+    EXPECT_THAT(requests(), ElementsAre("STATUS", "ON", "STATUS"));
 }
 
 struct Mistake {

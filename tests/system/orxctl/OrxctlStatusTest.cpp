@@ -147,7 +147,7 @@ TEST_F(OrxctlStatus, IsTimedByPing) {
     const auto result = call("ping");
     EXPECT_EQ(result.ending, "exit status 0");
     EXPECT_THAT(result.output, MatchesRegex("answered in [0-9.]+ ms\n"));
-    EXPECT_THAT(proxy.requests(), testing::ElementsAre("STATUS"));
+    EXPECT_THAT(requests(), testing::ElementsAre("STATUS"));
 }
 
 }  // namespace

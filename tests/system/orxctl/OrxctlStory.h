@@ -1,7 +1,9 @@
 // Stories of the client and the daemon: on the way between them is a proxy.
 #pragma once
 
+#include <algorithm>
 #include <string>
+#include <vector>
 
 #include "system/harness/LensStory.h"
 #include "system/orxctl/Orxctl.h"
@@ -31,6 +33,15 @@ class OrxctlStory : public LensStory {
         installation.writeConfiguration("controlchannel = " + controlAddress() + "\n");
         installation.writeDefinitions(define({motorModel()}));
         start();
+    }
+
+    /// What clients have sent. A question that a busy machine was slow to answer was sent again and
+    /// counts once.
+    [[nodiscard]] std::vector<std::string> requests() {
+        auto all = proxy.requests();
+        const auto repeated = std::ranges::unique(all);
+        all.erase(repeated.begin(), repeated.end());
+        return all;
     }
 
     /// Waits until the client has asked so often that the lens, had it been at rest, would have
