@@ -70,7 +70,7 @@ stops_in_order() {
 }
 
 stops_behind_the_command_in_hand() {
-    local begun=$EPOCHSECONDS
+    local begun=$EPOCHREALTIME
     start_daemon
     orxctl SETDELAY 3000
     orxctl ON
@@ -140,7 +140,7 @@ comes_back_after_a_crash() {
 }
 
 gives_up_where_it_cannot_start() {
-    local begun=$EPOCHSECONDS
+    local begun=$EPOCHREALTIME
     configure orx 'projector = DEMO-1' 'serial.device = /dev/nowhere'
     inside systemctl start orx
     expect "it gives up" eventually 60 is failed property ActiveState

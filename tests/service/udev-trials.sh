@@ -11,7 +11,7 @@ udev_gives_the_adapter_its_name_and_its_group() {
 }
 
 udev_starts_the_daemon_when_the_adapter_appears() {
-    local begun=$EPOCHSECONDS
+    local begun=$EPOCHREALTIME
     set_up_rule
     plug_in
     expect "the daemon answers" eventually 10 answers
@@ -20,7 +20,7 @@ udev_starts_the_daemon_when_the_adapter_appears() {
 }
 
 udev_has_the_line_taken_up_again() {
-    local begun=$EPOCHSECONDS first
+    local begun=$EPOCHREALTIME first
     set_up_rule
     plug_in
     expect "the daemon answers" eventually 10 answers
@@ -34,7 +34,7 @@ udev_has_the_line_taken_up_again() {
 }
 
 udev_starts_a_daemon_that_had_given_up() {
-    local begun=$EPOCHSECONDS
+    local begun=$EPOCHREALTIME
     set_up_rule
     inside systemctl start orx
     expect "without the line it gives up" eventually 60 is failed property ActiveState

@@ -96,7 +96,8 @@ plug_in() {
         dev-projector.device
 }
 
-# How often the daemon has opened the line since the beginning of the trial.
+# How often the daemon has opened the line since the beginning of the trial, which is told to the
+# microsecond: what the trial before has done may be no second ago.
 lines_opened() { journal orx --since "@$begun" | grep --count 'serial init /dev/projector'; }
 
 # How often the daemon has ended at its start since the beginning of the trial.
