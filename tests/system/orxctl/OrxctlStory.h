@@ -39,8 +39,7 @@ class OrxctlStory : public LensStory {
     /// counts once.
     [[nodiscard]] std::vector<std::string> requests() {
         auto all = proxy.requests();
-        const auto repeated = std::ranges::unique(all);
-        all.erase(repeated.begin(), repeated.end());
+        all.erase(std::unique(all.begin(), all.end()), all.end());
         return all;
     }
 
