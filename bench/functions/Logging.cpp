@@ -13,7 +13,9 @@ namespace {
 
 constexpr const char* message = "src=127.0.0.1 cmd=ZOOMX (1200)";
 
-void fill(Log& log) {
+/// Has the log write to `path`, and as many lines as it keeps.
+void fill(Log& log, const std::string& path) {
+    log.open(path);
     for (std::size_t line = 0; line < Log::maxLines; ++line)
         log.write(message, Echo::no);
 }
@@ -21,19 +23,17 @@ void fill(Log& log) {
 void logMessage(benchmark::State& state) {
     const test::TemporaryFolder folder;
     Log log;
-    log.open(folder.file("log"));
-    fill(log);
+    fill(log, folder.file("log"));
     for (auto iteration : state)
         log.write(message, Echo::no);
 }
 
 void writeAsManyBytes(benchmark::State& state) {
     const test::TemporaryFolder folder;
+    const auto path = folder.file("log");
     Log log;
-    log.open(folder.file("log"));
-    fill(log);
-    const RewrittenLog file(folder.file("log"), std::filesystem::file_size(folder.file("log")),
-                            false);
+    fill(log, path);
+    const RewrittenLog file(path, std::filesystem::file_size(path), false);
     for (auto iteration : state)
         file.rewrite();
 }

@@ -135,7 +135,7 @@ BENCHMARK(loadDefinitions)->Arg(4)->Arg(8)->Arg(16)->Arg(32)->Arg(64);
 BENCHMARK(readDefinitions)->Arg(4)->Arg(8)->Arg(16)->Arg(32)->Arg(64);
 BENCHMARK(loadConfiguration)->RangeMultiplier(10)->Range(10, 100'000);
 BENCHMARK(readConfiguration)->RangeMultiplier(10)->Range(10, 100'000);
-BENCHMARK(loadLensMemory)->RangeMultiplier(10)->Range(10, 100'000)->Unit(benchmark::kNanosecond);
+BENCHMARK(loadLensMemory)->RangeMultiplier(10)->Range(10, 100'000);
 BENCHMARK(readLensMemory)->RangeMultiplier(10)->Range(10, 100'000);
 
 }  // namespace

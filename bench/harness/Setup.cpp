@@ -42,7 +42,6 @@ Setup::Setup() : memory(folderInMemory()) {
     write("lib/small.ccd", definitions(0).bytes());
     write("lib/full.ccd", definitions(full).bytes());
     write("var/lensmemory.cfg", "zoommax = " + std::to_string(zoomSteps) + "\nfocusmax = 100\n");
-    write("etc/none", "");
 }
 
 Setup::~Setup() {

@@ -46,6 +46,13 @@ int freePort() {
     return ntohs(address.sin_port);
 }
 
+std::vector<int> freePorts(int count) {
+    std::vector<int> ports;
+    while (static_cast<int>(ports.size()) < count)
+        ports.push_back(freePort());
+    return ports;
+}
+
 UdpClient::UdpClient(int port) : socket(newSocket()) {
     constexpr timeval patience{10, 0};
     const auto address = loopback(port);

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string_view>
+#include <vector>
 
 #include "core/FileDescriptor.h"
 
@@ -9,6 +10,9 @@ namespace orx::bench {
 
 /// A port that nobody listens at.
 [[nodiscard]] int freePort();
+
+/// So many of them.
+[[nodiscard]] std::vector<int> freePorts(int count);
 
 class UdpClient {
   public:

@@ -1,7 +1,7 @@
 #include "rows/Growth.h"
 
 #include <fstream>
-#include <memory>
+#include <map>
 #include <stdexcept>
 #include <string>
 #include <utility>
@@ -27,9 +27,7 @@ Points channelPoints(const Setup& setup) {
     const auto placement = placements().front();
     Points points;
     for (const int channels : {1, 2, 4, 8, 16, 32}) {
-        std::vector<int> ports;
-        while (static_cast<int>(ports.size()) < channels)
-            ports.push_back(freePort());
+        const auto ports = freePorts(channels);
         const Server daemon(setup.command({.ports = ports}), placement.server);
         const UdpClient client(ports.back());
         client.waitForAnswer("STATUS");

@@ -25,13 +25,6 @@ struct Answering {
         echoClient.waitForAnswer(question);
     }
 
-    static std::vector<int> freePorts(int count) {
-        std::vector<int> ports;
-        while (static_cast<int>(ports.size()) < count)
-            ports.push_back(freePort());
-        return ports;
-    }
-
     std::vector<int> ports;
     int echoPort;
     Server daemon;

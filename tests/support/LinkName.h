@@ -15,7 +15,6 @@ struct LinkName {
 
 inline constexpr std::array linkNames{
     LinkName{"open", "open64"},
-    LinkName{"fopen", "fopen64"},
     LinkName{"lseek", "lseek64"},
     LinkName{"ftruncate", "ftruncate64"},
     LinkName{"fstat", "__fstat64_time64"},
