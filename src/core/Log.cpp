@@ -2,6 +2,7 @@
 
 #include <ctime>
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 #include <utility>
 
@@ -16,22 +17,27 @@ Log& processLog() {
     return instance;
 }
 
-/// Makes `text` the whole content of the file. The file is cut behind the new content, not emptied
-/// ahead of it: file systems that fear for the content of an emptied file bring it to the disk at
-/// once, and a busy disk would then hold up whoever logs. Its size is asked for first, as cutting
-/// costs more than asking, even where there is nothing to cut. A full disk costs the log, not the
-/// daemon.
+/// Cuts the file where it is longer: a device has no length and is left alone. The length is asked
+/// for first, as cutting costs more than asking, even where there is nothing to cut.
+void cut(int descriptor, std::size_t length) {
+    struct stat status {};
+    const auto newEnd = static_cast<off_t>(length);
+    if (::fstat(descriptor, &status) != 0 || status.st_size <= newEnd) return;
+    if (::ftruncate(descriptor, newEnd) != 0) return;  // on a file that only grows
+}
+
+/// Makes `text` the whole content of the file. What would stay behind the new content is cut off
+/// ahead of it, so that who sees the newest line finds no more than 50. The file is never emptied:
+/// file systems that fear for the content of an emptied file bring it to the disk at once, and a
+/// busy disk would then hold up whoever logs. A full disk costs the log, not the daemon.
 void replaceContent(int descriptor, std::string_view text) {
+    cut(descriptor, text.size());
     std::size_t size = 0;
     while (size < text.size()) {
         const auto written = ::write(descriptor, text.data() + size, text.size() - size);
-        if (written <= 0) break;
+        if (written <= 0) return cut(descriptor, size);
         size += static_cast<std::size_t>(written);
     }
-    const auto newEnd = static_cast<off_t>(size);
-    const auto oldEnd = ::lseek(descriptor, 0, SEEK_END);
-    if (oldEnd >= 0 && oldEnd <= newEnd) return;
-    if (::ftruncate(descriptor, newEnd) != 0) return;  // a device has no end
 }
 
 /// Puts the last `count` digits of `number` at `place`.

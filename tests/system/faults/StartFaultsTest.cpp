@@ -56,7 +56,7 @@ const std::vector<StartFault> startFaults{
     {"Listen", "listen", "socket:", 1, listenErrors},
     {"LogOpen", "open", "orx.log", 1, openErrors},
     {"LogWrite", "write", "orx.log", 1, writeErrors},
-    {"LogSize", "lseek", "orx.log", 1, seekErrors},
+    {"LogSize", "fstat", "orx.log", 1, statErrors},
     {"LogTruncate", "ftruncate", "orx.log", 1, truncateErrors},
     {"LogClose", "close", "orx.log", 1, closeErrors},
     {"ListenerThread", "pthread_create", "", 1, {EAGAIN, EINVAL, EPERM}, noThread},
