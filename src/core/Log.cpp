@@ -17,27 +17,32 @@ Log& processLog() {
     return instance;
 }
 
-/// Cuts the file where it is longer: a device has no length and is left alone. The length is asked
-/// for first, as cutting costs more than asking, even where there is nothing to cut.
-void cut(int descriptor, std::size_t length) {
-    struct stat status {};
-    const auto newEnd = static_cast<off_t>(length);
-    if (::fstat(descriptor, &status) != 0 || status.st_size <= newEnd) return;
-    if (::ftruncate(descriptor, newEnd) != 0) return;  // on a file that only grows
+/// Cuts a file of `size` bytes where it is longer than `end`; one whose size nobody knows, -1, too.
+void cut(int descriptor, off_t size, std::size_t end) {
+    const auto newSize = static_cast<off_t>(end);
+    if (size >= 0 && size <= newSize) return;
+    if (::ftruncate(descriptor, newSize) != 0) return;  // a device has no end
 }
 
-/// Makes `text` the whole content of the file. What would stay behind the new content is cut off
-/// ahead of it, so that who sees the newest line finds no more than 50. The file is never emptied:
-/// file systems that fear for the content of an emptied file bring it to the disk at once, and a
-/// busy disk would then hold up whoever logs. A full disk costs the log, not the daemon.
+/// What would stay behind a shorter content is cut off ahead of it, so that who sees the newest
+/// line finds no more than 50.
+void makeRoomFor(std::string_view text, int descriptor) {
+    struct stat status {};
+    if (::fstat(descriptor, &status) == 0) cut(descriptor, status.st_size, text.size());
+}
+
+/// Makes `text` the whole content of the file, which somebody else may have lengthened. The file is
+/// never emptied: file systems that fear for the content of an emptied file bring it to the disk at
+/// once, and a busy disk would then hold up whoever logs. Its size is asked for, as cutting costs
+/// more than asking, even where there is nothing to cut. A full disk costs the log, not the daemon.
 void replaceContent(int descriptor, std::string_view text) {
-    cut(descriptor, text.size());
     std::size_t size = 0;
     while (size < text.size()) {
         const auto written = ::write(descriptor, text.data() + size, text.size() - size);
-        if (written <= 0) return cut(descriptor, size);
+        if (written <= 0) break;
         size += static_cast<std::size_t>(written);
     }
+    cut(descriptor, ::lseek(descriptor, 0, SEEK_END), size);
 }
 
 /// Puts the last `count` digits of `number` at `place`.
@@ -61,6 +66,7 @@ void Log::open(std::string path) {
     const MutexLock lock(mutex);
     logPath = std::move(path);
     lines.clear();
+    longestContent = std::numeric_limits<std::size_t>::max();
 }
 
 void Log::write(std::string_view message, Echo echo, std::string_view consoleTag) {
@@ -79,11 +85,15 @@ std::string_view Log::stampNow() {
     return {stamp.data(), stamp.size()};
 }
 
-void Log::rewriteFile() const {
+void Log::rewriteFile() {
     constexpr mode_t readableByAll = 0666;  // less the umask, as for any file
     const FileDescriptor file(
         ::open(logPath.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, readableByAll));
-    if (file.isOpen()) replaceContent(file.get(), lines.text());
+    if (!file.isOpen()) return;
+    const auto text = lines.text();
+    if (text.size() < longestContent) makeRoomFor(text, file.get());
+    replaceContent(file.get(), text);
+    longestContent = text.size();
 }
 
 void openLog(std::string path) {

@@ -9,6 +9,7 @@
 #include <array>
 #include <cstddef>
 #include <ctime>
+#include <limits>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -44,7 +45,7 @@ class Log {
   private:
     /// Valid until the next one.
     [[nodiscard]] std::string_view stampNow() ORX_REQUIRES(mutex);
-    void rewriteFile() const ORX_REQUIRES(mutex);
+    void rewriteFile() ORX_REQUIRES(mutex);
 
     Time& time;
     Mutex mutex;
@@ -53,6 +54,8 @@ class Log {
                                          '.', 'u', 'u', 'u', 'u', 'u', 'u', ' '};
     std::optional<std::time_t> stampedSecond ORX_GUARDED_BY(mutex);
     NewestFirst lines ORX_GUARDED_BY(mutex){maxLines};
+    /// Nothing longer is known to be in the file; what was there before this log, nobody knows.
+    std::size_t longestContent ORX_GUARDED_BY(mutex) = std::numeric_limits<std::size_t>::max();
 };
 
 /// `Log::open` on the log of the process.

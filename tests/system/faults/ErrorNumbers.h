@@ -20,6 +20,7 @@ inline const ErrorNumbers writeErrors{EAGAIN, EBADF,  EDESTADDRREQ, EDQUOT, EFAU
 inline const ErrorNumbers closeErrors{EBADF, EINTR, EIO, ENOSPC, EDQUOT};
 inline const ErrorNumbers truncateErrors{EACCES, EBADF,  EFBIG, EINTR, EINVAL,
                                          EIO,    EISDIR, EPERM, EROFS, ETXTBSY};
+inline const ErrorNumbers seekErrors{EBADF, EINVAL, ENXIO, EOVERFLOW, ESPIPE};
 inline const ErrorNumbers statErrors{EBADF, EFAULT, EIO, ENOMEM, EOVERFLOW};
 inline const ErrorNumbers listenErrors{EADDRINUSE, EBADF, ENOTSOCK, EOPNOTSUPP};
 inline const ErrorNumbers terminalErrors{EBADF, EINTR, EINVAL, EIO, ENOTTY};

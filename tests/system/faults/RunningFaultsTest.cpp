@@ -38,7 +38,7 @@ const std::vector<RunningFault> runningFaults{
     {"ConsoleWrite", "write", console, "nonsense", writeErrors},
     {"LogOpen", "open", logFile, "nonsense", openErrors},
     {"LogWrite", "write", logFile, "nonsense", writeErrors},
-    {"LogSize", "fstat", logFile, "nonsense", statErrors},
+    {"LogSize", "lseek", logFile, "nonsense", seekErrors},
     {"LogTruncate", "ftruncate", logFile, "nonsense", truncateErrors},
     {"LogClose", "close", logFile, "nonsense", closeErrors},
     {"SerialWrite", "write", terminal, "ON", writeErrors},
