@@ -7,6 +7,7 @@
 #include <sys/socket.h>
 #include <sys/time.h>
 #include <thread>
+#include <unistd.h>
 
 #include "harness/Clock.h"
 
@@ -35,15 +36,19 @@ bool receivesWithin(const FileDescriptor& socket) {
 }  // namespace
 
 int freePort() {
-    const auto socket = newSocket();
-    auto address = loopback(0);
-    socklen_t size = sizeof address;
-    auto* generic = reinterpret_cast<sockaddr*>(&address);
-    if (::bind(socket.get(), generic, size) != 0 ||
-        ::getsockname(socket.get(), generic, &size) != 0) {
-        throw std::runtime_error("no port to be had");
+    // Below the ports that the system gives to the sockets of clients, which come and go.
+    constexpr int lowest = 10'000;
+    constexpr int count = 20'000;
+    constexpr int farFromOtherProcesses = 100;
+    static int number = ::getpid() * farFromOtherProcesses % count;
+    for (int attempt = 0; attempt < count; ++attempt) {
+        number = (number + 1) % count;
+        const auto socket = newSocket();
+        const auto address = loopback(lowest + number);
+        const auto* generic = reinterpret_cast<const sockaddr*>(&address);
+        if (::bind(socket.get(), generic, sizeof address) == 0) return lowest + number;
     }
-    return ntohs(address.sin_port);
+    throw std::runtime_error("no port to be had");
 }
 
 std::vector<int> freePorts(int count) {

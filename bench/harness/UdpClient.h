@@ -8,7 +8,7 @@
 
 namespace orx::bench {
 
-/// A port that nobody listens at.
+/// A port that nobody listens at, another one each time.
 [[nodiscard]] int freePort();
 
 /// So many of them.
