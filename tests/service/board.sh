@@ -22,7 +22,8 @@ make_board() {
 fetch_debian() {
     local fetched=$board/fetched
     rm -rf "$fetched"
-    debootstrap --variant=minbase --include=systemd,systemd-sysv,dbus,udev,kmod,iproute2,umockdev \
+    debootstrap --variant=minbase \
+        --include=systemd,systemd-sysv,dbus,udev,kmod,iproute2,umockdev,libtomlplusplus3 \
         "$1" "$fetched" >"$board/debootstrap.log" || { tail "$board/debootstrap.log" && return 1; }
     rm -rf "$fetched"/var/cache/apt/* "$fetched"/var/lib/apt/lists/*
     : >"$fetched/etc/machine-id"
@@ -33,7 +34,7 @@ fetch_debian() {
 
 install_daemon() {
     DESTDIR=$board_root cmake --install build/release --prefix /opt/orx >/dev/null
-    mkdir "$board_root/root/orx"
+    mkdir --parents "$board_root/root/orx"
     cp --recursive packaging "$board_root/root/orx"
     echo board >"$board_root/etc/hostname"
 }
@@ -44,6 +45,31 @@ install_services() {
         echo 'set -e; cd /root/orx; sudo() { "$@"; }'
         take_block install-services docs/security.md
     } | inside bash
+}
+
+# forget_installation: nothing is left of the two above.
+forget_installation() {
+    inside systemctl disable --quiet --now orx
+    inside rm -rf /opt/orx /run/orx /etc/sysusers.d/orx.conf /etc/tmpfiles.d/orx.conf
+    inside sh -c 'rm /etc/systemd/system/orx*.service'
+    inside systemctl daemon-reload
+}
+
+# make_packages: $package, and $newer_package, which is nothing but newer.
+make_packages() {
+    local log=$board/packages.log
+    mkdir -p "$board"
+    rm -f build/packages/orx_*_"$(dpkg --print-architecture)".deb
+    { ORX_PACKAGE_REVISION=+1 scripts/package && scripts/package; } >"$log" 2>&1 ||
+        { cat "$log" && return 1; }
+    newer_package=$(ls build/packages/orx_*+1_"$(dpkg --print-architecture)".deb)
+    package=${newer_package/+1_/_}
+}
+
+# install_package FILE
+install_package() {
+    cp "$1" "$board_root/root/orx.deb"
+    inside dpkg --install /root/orx.deb >/dev/null
 }
 
 # take_block NAME DOCUMENT: the code block of that name.

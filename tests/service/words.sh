@@ -39,8 +39,16 @@ projector() {
     inside chmod 660 "$1"
 }
 
+# leave_package: back to the installation by hand.
+leave_package() {
+    inside dpkg --purge orx >/dev/null
+    install_daemon
+    install_services
+}
+
 # Everything as on a board that has just been set up.
 begin_anew() {
+    [ -f "$board_root/etc/systemd/system/orx.service" ] || leave_package
     [ ! -e "$board_root/etc/udev/rules.d/60-orx.rules" ] || pull_out
     inside systemctl stop 'orx*.service' 'projector*.service'
     inside rm -rf /run/orx /opt/orx/var /var/lib/orx /etc/systemd/system/orx.service.d \
