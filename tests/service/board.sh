@@ -66,10 +66,10 @@ make_packages() {
     package=${newer_package/+1_/_}
 }
 
-# install_package FILE
+# install_package FILE: what is said meanwhile goes to $board/dpkg.log.
 install_package() {
     cp "$1" "$board_root/root/orx.deb"
-    inside dpkg --install /root/orx.deb >/dev/null
+    inside dpkg --install /root/orx.deb >"$board/dpkg.log" 2>&1
 }
 
 # take_block NAME DOCUMENT: the code block of that name.

@@ -41,10 +41,11 @@ projector() {
 
 # leave_package: back to the installation by hand.
 leave_package() {
-    inside dpkg --purge orx >/dev/null
+    inside rm -rf /opt/orx/etc/orx@hall.cfg
+    inside dpkg --purge orx
     install_daemon
     install_services
-}
+} >"$board/leave.log" 2>&1
 
 # Everything as on a board that has just been set up.
 begin_anew() {
