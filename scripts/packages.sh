@@ -12,7 +12,8 @@ is_installed() {
 add_architectures() {
     local name
     for name in "$@"; do
-        if [[ $name == *:* ]] && ! dpkg --print-foreign-architectures | grep --quiet "^${name#*:}$"; then
+        if [[ $name == *:* ]] &&
+            ! grep --quiet "^${name#*:}$" < <(dpkg --print-foreign-architectures); then
             "${as_root[@]}" dpkg --add-architecture "${name#*:}"
         fi
     done

@@ -16,7 +16,8 @@ refuse() { ! "$@"; }
 # is TEXT COMMAND...: whether that is what the command prints.
 is() { [ "$("${@:2}")" = "$1" ] || { echo "got: $("${@:2}")" && return 1; }; }
 
-shows() { "${@:2}" | grep --quiet --fixed-strings -e "$1"; }
+# Not by a pipe: who still writes when the text is found would end by a signal, as a failure.
+shows() { grep --quiet --fixed-strings -e "$1" < <("${@:2}"); }
 
 # property NAME [UNIT]: what systemd knows of a service.
 property() { inside systemctl show "${2:-orx}" --property "$1" --value; }
