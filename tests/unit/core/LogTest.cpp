@@ -135,6 +135,13 @@ TEST_F(LogTest, ReplacesALongerFileOfBefore) {
     EXPECT_EQ(contentOf(path), stamp + "new\n");
 }
 
+TEST_F(LogTest, CutsOffWhatSomebodyElseHasAdded) {
+    write("one");
+    folder.write("orx.log", contentOf(path) + std::string(10'000, 'o'));
+    write("two");
+    EXPECT_EQ(contentOf(path), stamp + "two\n" + stamp + "one\n");
+}
+
 TEST_F(LogTest, WritesNothingUntilTheFirstMessage) {
     EXPECT_FALSE(std::filesystem::exists(path));
     folder.write("other.log", "as it was");
